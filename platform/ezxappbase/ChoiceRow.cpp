@@ -1,0 +1,72 @@
+#include "ChoiceRow.h"
+
+#include "Look.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+ChoiceRow::ChoiceRow(const QString& text, QWidget* parent) : QRadioButton(text, parent) {
+    setFocusPolicy(Qt::NoFocus);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void ChoiceRow::setPixmap(const QPixmap& icon) {
+    m_icon = icon;
+    update();
+}
+
+QSize ChoiceRow::sizeHint() const {
+    const int height = scaled(Measure::choiceRow);
+    return QSize(4 * height, height);
+}
+
+bool ChoiceRow::hitButton(const QPoint& position) const {
+    return rect().contains(position);
+}
+
+void ChoiceRow::mousePressEvent(QMouseEvent* event) {
+    m_wasChosen = isChecked();
+    QRadioButton::mousePressEvent(event);
+}
+
+void ChoiceRow::mouseReleaseEvent(QMouseEvent* event) {
+    const bool again = m_wasChosen && hitButton(event->position().toPoint());
+    QRadioButton::mouseReleaseEvent(event);
+    if (again)
+        emit chosenAgain();
+}
+
+void ChoiceRow::paintEvent(QPaintEvent*) {
+    const bool chosen = isChecked();
+    const QColor ink = chosen ? colours().focusText : colours().text;
+    const QColor quiet = chosen ? colours().focusText : colours().secondaryText;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(chosen ? colours().focus : colours().surface);
+    painter.drawRoundedRect(rect(), Measure::radius, Measure::radius);
+
+    const int padding = Measure::dialogPadding;
+    const int mark = scaled(Measure::markerIcon);
+    QRect text = rect().adjusted(padding, 0, -padding - mark - padding, 0);
+    if (!m_icon.isNull()) {
+        const int icon = scaled(Measure::markerIcon) + Measure::grid;
+        painter.drawPixmap(QRect(text.left(), (height() - icon) / 2, icon, icon),
+                           tinted(m_icon, quiet));
+        text.setLeft(text.left() + icon + padding);
+    }
+    painter.setFont(lookFont(Measure::dialogFont, QFont::DemiBold));
+    painter.setPen(ink);
+    painter.drawText(text, Qt::AlignVCenter | Qt::AlignLeft,
+                     painter.fontMetrics().elidedText(this->text(), Qt::ElideRight, text.width()));
+
+    const QPointF centre(width() - padding - mark / 2.0, height() / 2.0);
+    painter.setPen(QPen(quiet, 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawEllipse(centre, mark / 2.0 - 1, mark / 2.0 - 1);
+    if (chosen) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(ink);
+        painter.drawEllipse(centre, mark / 4.0, mark / 4.0);
+    }
+}

@@ -1,0 +1,115 @@
+#include "Look.h"
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmap>
+
+#include <cstdlib>
+
+namespace {
+
+Palette lightPalette() {
+    return {.bar = QColor(0x1F2A44),
+            .barText = QColor(0xFFFFFF),
+            .tabBar = QColor(0x2C3A5C),
+            .tabText = QColor(0xB9C3DA),
+            .surface = QColor(0xFFFFFF),
+            .text = QColor(0x1B1F2A),
+            .secondaryText = QColor(0x5A6275),
+            .focus = QColor(0x2457C5),
+            .focusText = QColor(0xFFFFFF),
+            .focusSecondaryText = QColor(0xD6E2FF),
+            .accent = QColor(0xF2A541),
+            .disabledText = QColor(0x767D8E),
+            .line = QColor(0xE1E6F0),
+            .button = QColor(0xE1E6F0),
+            .glyph = QColor(0x5A6275),
+            .dim = QColor(0x1B, 0x1F, 0x2A, 148)};
+}
+
+Palette darkPalette() {
+    Palette dark = lightPalette();
+    dark.surface = QColor(0x161A24);
+    dark.text = QColor(0xF2F4F9);
+    dark.secondaryText = QColor(0xA6AFC3);
+    dark.disabledText = QColor(0x7E869A);
+    dark.line = QColor(0x2B3242);
+    dark.button = QColor(0x2B3242);
+    dark.dim = QColor(0x00, 0x00, 0x00, 160);
+    return dark;
+}
+
+bool isDarkWanted() {
+    return QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
+}
+
+double fontFactor() {
+    static const double factor =
+        qBound(1.0, qEnvironmentVariable("QUIVER_FONT_SCALE").toDouble(), 2.0);
+    return factor;
+}
+
+int distance(QRgb first, QRgb second) {
+    return std::abs(qRed(first) - qRed(second)) + std::abs(qGreen(first) - qGreen(second)) +
+           std::abs(qBlue(first) - qBlue(second));
+}
+
+bool isGlyph(const QImage& image) {
+    // The pixels at an edge are too faint for their colour to be told.
+    constexpr int opaque = 240;
+    constexpr int sameColour = 24;
+    const QRgb glyph = colours().glyph.rgb();
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb pixel = image.pixel(x, y);
+            if (qAlpha(pixel) > opaque && distance(pixel, glyph) > sameColour)
+                return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+const Palette& colours() {
+    static const Palette chosen = isDarkWanted() ? darkPalette() : lightPalette();
+    return chosen;
+}
+
+int scaled(int measure) {
+    return qRound(measure * fontFactor());
+}
+
+QFont lookFont(int pixels, QFont::Weight weight) {
+    QFont font = QGuiApplication::font();
+    font.setPixelSize(scaled(pixels));
+    font.setWeight(weight);
+    return font;
+}
+
+QPixmap tinted(const QPixmap& picture, const QColor& colour) {
+    if (picture.isNull() || !isGlyph(picture.toImage()))
+        return picture;
+    QPixmap repainted = picture;
+    QPainter painter(&repainted);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(QRectF(QPointF(), picture.deviceIndependentSize()), colour);
+    return repainted;
+}
+
+void paintTitle(QPainter& painter, const QRect& bar, const QPixmap& icon, const QString& title) {
+    const int margin = 2 * Measure::grid;
+    QRect text = bar.adjusted(margin, 0, -margin, 0);
+    if (!icon.isNull()) {
+        const int size = scaled(Measure::titleIcon);
+        const QRect place(text.left(), bar.center().y() - size / 2 + 1, size, size);
+        painter.drawPixmap(place, tinted(icon, colours().barText));
+        text.setLeft(place.right() + 1 + margin);
+    }
+    painter.setFont(lookFont(Measure::titleFont, QFont::DemiBold));
+    painter.setPen(colours().barText);
+    const QString shown = painter.fontMetrics().elidedText(title, Qt::ElideRight, text.width());
+    painter.drawText(text, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QSize>
+
+class QPainter;
+class QPixmap;
+class QRect;
+
+/// The colours of the phone's screen, each named by what it is for.
+struct Palette {
+    QColor bar;
+    QColor barText;
+    QColor tabBar;
+    QColor tabText;
+    QColor surface;
+    QColor text;
+    QColor secondaryText;
+    QColor focus;
+    QColor focusText;
+    QColor focusSecondaryText;
+    QColor accent;
+    QColor disabledText;
+    QColor line;
+    QColor button;
+    QColor glyph; ///< the one colour of icons that are repainted in the colour of their text
+    QColor dim;   ///< laid over the screen below a popup
+};
+
+/// The colours in use: a light set, or a dark one where the desktop asks for dark.
+const Palette& colours();
+
+/// Measures in logical pixels at the normal font size; `scaled` fits them to the font size in use.
+namespace Measure {
+constexpr int grid = 4;
+constexpr int titleBar = 28;
+constexpr int titleIcon = 16;
+constexpr int titleFont = 15;
+constexpr int softKeyBar = 30;
+constexpr int softKeyFont = 14;
+constexpr int dialogMargin = 8;
+constexpr int dialogPadding = 12;
+constexpr int dialogFont = 14;
+constexpr int button = 36;
+constexpr int choiceRow = 44;
+constexpr int rowIcon = 32;
+constexpr int markerIcon = 16;
+constexpr int secondFont = 12;
+constexpr int radius = 6;
+constexpr int scrollBar = 3;
+constexpr QSize screen(240, 320);
+} // namespace Measure
+
+/// `measure` times the font factor: the environment variable QUIVER_FONT_SCALE, from 1 to 2, 1
+/// where unset.
+int scaled(int measure);
+
+/// The application's font at `pixels` (a measure, scaled here).
+QFont lookFont(int pixels, QFont::Weight weight = QFont::Normal);
+
+/// `picture` in `colour` where it is a glyph (all its pixels are of the palette's glyph colour),
+/// else unchanged: so one picture serves on every background.
+QPixmap tinted(const QPixmap& picture, const QColor& colour);
+
+/// Paints a bar with an icon at the left and an elided title: the title bar of window and popups.
+void paintTitle(QPainter& painter, const QRect& bar, const QPixmap& icon, const QString& title);

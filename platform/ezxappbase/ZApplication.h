@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QApplication>
+
+/// The application object of a program on the phone. It gives the process a UTF-8 locale (for the
+/// commands that it runs, too) and the phone's font and style, and takes the screen's scale from
+/// the environment variable QUIVER_SCALE.
+class ZApplication : public QApplication {
+    Q_OBJECT
+
+public:
+    enum Type { Tty, GuiClient, GuiServer };
+
+    /// `argc` and `argv` must outlive the object. Without any display the program runs on an
+    /// invisible one, so that a console listing works over a plain ssh line.
+    ZApplication(int& argc, char** argv, int type);
+    ~ZApplication() override;
+
+    /// False when there is no display that a user could see: dialogs then ask on the terminal.
+    static bool hasDisplay();
+
+    /// Puts `widget` on the screen, where it takes all the room; the screen owns it from then on.
+    void setMainWidget(QWidget* widget);
+};

@@ -1,0 +1,66 @@
+#include "ZMessageDlg.h"
+
+#include "Look.h"
+#include "PlatformText.h"
+#include "TerminalDialog.h"
+#include "ZApplication.h"
+#include "ZLabel.h"
+
+namespace {
+
+constexpr qsizetype longestText = 6000;
+
+/// The beginning and the end of a text that is too long, such as a command's output.
+QString readablePart(const QString& text) {
+    if (text.size() <= longestText)
+        return text;
+    return text.left(longestText / 3) + "\n\u2026\n" + text.right(longestText * 2 / 3);
+}
+
+/// Lets a word that is wider than the screen break: a zero-width space after every few characters
+/// of a run without blanks.
+QString breakable(const QString& text) {
+    constexpr int longestRun = 16;
+    QString result;
+    int run = 0;
+    for (const QChar c : text) {
+        if (run >= longestRun && !c.isLowSurrogate() && !c.isMark()) {
+            result += QChar(0x200B);
+            run = 0;
+        }
+        result += c;
+        run = c.isSpace() ? 0 : run + 1;
+    }
+    return result;
+}
+
+} // namespace
+
+ZMessageDlg::ZMessageDlg(const QString& title, const QString& text, int type, int timeOut,
+                         QWidget* parent, const char* name, bool modal, int flags)
+    : ZPopup(type, parent, name, modal, flags, 0), m_text(text), m_type(type) {
+    setTitle(title);
+    setAutoDismissTime(timeOut);
+    if (!text.isEmpty()) {
+        auto* label = new ZLabel(breakable(readablePart(text)), this, nullptr, 0, 1);
+        const bool isLong = text.size() > 200;
+        label->setFont(lookFont(isLong ? Measure::secondFont : Measure::dialogFont,
+                                isLong ? QFont::Normal : QFont::DemiBold));
+        label->setAccessibleName(text.left(longestText));
+        insertChild(label, -1);
+    }
+    const bool asks = type == Question;
+    const QString left = asks ? platformText("SK_YES", "Yes") : platformText("SK_OK", "OK");
+    const QString right = asks ? platformText("SK_NO", "No") : QString();
+    setSoftKeys(left, right);
+    addButtons(left, right);
+}
+
+int ZMessageDlg::exec() {
+    if (ZApplication::hasDisplay())
+        return ZPopup::exec();
+    if (m_type == Question)
+        return askOnTerminal(title(), m_text) ? 1 : 0;
+    tellOnTerminal(title(), m_text);
+    return 1;
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "ZPopup.h"
+
+/// A message with a title: a yes/no question or a notice to be acknowledged.
+class ZMessageDlg : public ZPopup {
+    Q_OBJECT
+
+public:
+    enum Type { Question = 1, Notice = 2 };
+
+    /// `timeOut` in units of 100 ms after which the dialog dismisses itself, 0 for never. A text
+    /// beyond what can be read on a phone is shown without its middle.
+    ZMessageDlg(const QString& title, const QString& text, int type, int timeOut, QWidget* parent,
+                const char* name, bool modal, int flags);
+
+    /// 1 for yes (or the acknowledgement), 0 for no. Without a display the terminal is asked.
+    int exec() override;
+
+private:
+    QString m_text;
+    int m_type;
+};

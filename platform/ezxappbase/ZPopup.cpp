@@ -1,0 +1,280 @@
+#include "ZPopup.h"
+
+#include "FlatButton.h"
+#include "Look.h"
+#include "SoftKeyBar.h"
+#include "ZApplication.h"
+#include "ZScreen.h"
+
+#include <QEventLoop>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QScroller>
+#include <QTimer>
+
+namespace {
+
+constexpr int unitMilliseconds = 100;
+constexpr int contentSpacing = 2 * Measure::grid;
+
+/// What waits for an answer, and what is on the screen; the last one is on top.
+QList<ZPopup*> waitingPopups;
+QList<ZPopup*> shownPopups;
+
+int titleHeight() {
+    return scaled(Measure::titleBar);
+}
+
+} // namespace
+
+ZPopup::ZPopup(int, QWidget* parent, const char* name, bool, int, int)
+    : QWidget(parent ? parent : &ZScreen::instance()), m_card(new QWidget(this)),
+      m_scroll(new QScrollArea(m_card)), m_content(new QVBoxLayout), m_actions(new QVBoxLayout),
+      m_softKeys(new SoftKeyBar(this)) {
+    hide();
+    setObjectName(QString::fromLatin1(name));
+    setFocusPolicy(Qt::StrongFocus);
+
+    auto* panel = new QWidget;
+    panel->setLayout(m_content);
+    panel->installEventFilter(this);
+    const int padding = Measure::dialogPadding;
+    m_content->setContentsMargins(padding, padding, padding, padding);
+    m_content->setSpacing(contentSpacing);
+
+    m_scroll->setWidget(panel);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->viewport()->setAutoFillBackground(false);
+    panel->setAutoFillBackground(false);
+    QScroller::grabGesture(m_scroll->viewport(), QScroller::TouchGesture);
+
+    auto* column = new QVBoxLayout(m_card);
+    column->setContentsMargins(0, titleHeight(), 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_scroll);
+    column->addLayout(m_actions);
+
+    connect(m_softKeys, &SoftKeyBar::leftPressed, this, [this] { done(1); });
+    connect(m_softKeys, &SoftKeyBar::rightPressed, this, [this] { done(0); });
+}
+
+ZPopup::~ZPopup() {
+    waitingPopups.removeOne(this);
+    shownPopups.removeOne(this);
+}
+
+ZPopup* ZPopup::active() {
+    return waitingPopups.isEmpty() ? nullptr : waitingPopups.last();
+}
+
+void ZPopup::setTitle(const QString& title) {
+    m_title = title;
+    setAccessibleName(title);
+    update();
+}
+
+void ZPopup::setTitleIcon(const QPixmap& icon) {
+    m_titleIcon = icon;
+    update();
+}
+
+void ZPopup::insertChild(QWidget* child, int index) {
+    m_content->insertWidget(index, child);
+}
+
+void ZPopup::setAutoDismissTime(int units) {
+    m_dismissUnits = units;
+}
+
+void ZPopup::setSoftKeys(const QString& left, const QString& right) {
+    m_softKeys->setTexts(left, right);
+}
+
+void ZPopup::addButtons(const QString& left, const QString& right) {
+    const int padding = Measure::dialogPadding;
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(padding, 0, padding, padding);
+    row->setSpacing(contentSpacing);
+    const QStringList texts = {left, right};
+    for (int i = 0; i < texts.size(); ++i) {
+        if (texts.at(i).isEmpty())
+            continue;
+        auto* button =
+            new FlatButton(i == 0 ? FlatButton::MainAction : FlatButton::OtherAction, m_card);
+        button->setText(texts.at(i));
+        connect(button, &QPushButton::clicked, this, [this, i] { done(i == 0 ? 1 : 0); });
+        row->addWidget(button);
+    }
+    m_actions->addLayout(row);
+}
+
+int ZPopup::exec() {
+    if (!ZApplication::hasDisplay())
+        return 0;
+    QEventLoop loop;
+    m_loop = &loop;
+    m_result = 0;
+    m_painted = false;
+    waitingPopups.append(this);
+    ZScreen::instance().present();
+    show();
+    if (m_dismissUnits > 0)
+        dismissWhenPainted();
+    loop.exec();
+    waitingPopups.removeOne(this);
+    hide();
+    return m_result;
+}
+
+void ZPopup::dismissWhenPainted() {
+    const bool wasPainted = m_painted;
+    QTimer::singleShot(m_dismissUnits * unitMilliseconds, m_loop, [this, wasPainted] {
+        wasPainted || !isVisible() ? done(0) : dismissWhenPainted();
+    });
+}
+
+void ZPopup::done(int result) {
+    m_result = result;
+    if (m_loop)
+        m_loop->quit();
+}
+
+bool ZPopup::event(QEvent* event) {
+    // Nothing below the popup may see what was meant for it.
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+        event->accept();
+        return true;
+    default:
+        return QWidget::event(event);
+    }
+}
+
+bool ZPopup::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest)
+        layOut();
+    return QWidget::eventFilter(watched, event);
+}
+
+bool ZPopup::focusNextPrevChild(bool) {
+    return true;
+}
+
+void ZPopup::showEvent(QShowEvent*) {
+    m_focusBefore = QApplication::focusWidget();
+    setGeometry(parentWidget()->rect());
+    raise();
+    shownPopups.append(this);
+    showTopCardOnly();
+    setFocus();
+    layOut();
+}
+
+void ZPopup::hideEvent(QHideEvent*) {
+    shownPopups.removeOne(this);
+    showTopCardOnly();
+    if (m_focusBefore)
+        m_focusBefore->setFocus();
+}
+
+/// The screen is dimmed once, and one card is enough to read.
+void ZPopup::showTopCardOnly() {
+    for (ZPopup* popup : std::as_const(shownPopups)) {
+        popup->m_card->setVisible(popup == shownPopups.last());
+        popup->update();
+    }
+}
+
+void ZPopup::resizeEvent(QResizeEvent*) {
+    layOut();
+}
+
+QSize ZPopup::cardSize() const {
+    const int width = this->width() - 2 * Measure::dialogMargin;
+    const int content = m_content->hasHeightForWidth() ? m_content->totalHeightForWidth(width)
+                                                       : m_content->totalSizeHint().height();
+    const int room = height() - m_softKeys->height() - 2 * Measure::dialogMargin;
+    const int wanted = titleHeight() + content + m_actions->sizeHint().height();
+    return QSize(width, qMin(wanted, room));
+}
+
+void ZPopup::layOut() {
+    const int bar = m_softKeys->height();
+    m_softKeys->setGeometry(0, height() - bar, width(), bar);
+    const QSize size = cardSize();
+    m_card->setGeometry((width() - size.width()) / 2, (height() - bar - size.height()) / 2,
+                        size.width(), size.height());
+}
+
+void ZPopup::paintEvent(QPaintEvent*) {
+    m_painted = true;
+    QPainter painter(this);
+    if (this == shownPopups.first())
+        painter.fillRect(rect(), colours().dim);
+    if (this != shownPopups.last())
+        return;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    const QRect card = m_card->geometry();
+    const int radius = Measure::radius;
+    const QRect title(card.left(), card.top(), card.width(), titleHeight());
+    painter.setBrush(colours().surface);
+    painter.drawRoundedRect(card, radius, radius);
+    painter.setBrush(colours().bar);
+    painter.drawRoundedRect(title, radius, radius);
+    painter.drawRect(title.adjusted(0, radius, 0, 0));
+    paintTitle(painter, title, m_titleIcon, m_title);
+}
+
+void ZPopup::scrollBy(int steps) {
+    QScrollBar* bar = m_scroll->verticalScrollBar();
+    bar->setValue(bar->value() + steps * scaled(Measure::dialogFont));
+}
+
+void ZPopup::keyPressEvent(QKeyEvent* event) {
+    const int page = 8;
+    switch (event->key()) {
+    case Qt::Key_Up:
+        return scrollBy(-1);
+    case Qt::Key_Down:
+        return scrollBy(1);
+    case Qt::Key_PageUp:
+        return scrollBy(-page);
+    case Qt::Key_PageDown:
+        return scrollBy(page);
+    default:
+        break;
+    }
+    // A key that is still held from the screen below must not answer the question.
+    if (event->isAutoRepeat())
+        return;
+    switch (event->key()) {
+    case Qt::Key_F1:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Select:
+        if (!m_softKeys->leftText().isEmpty())
+            done(1);
+        break;
+    case Qt::Key_F2:
+        if (!m_softKeys->rightText().isEmpty())
+            done(0);
+        break;
+    case Qt::Key_Escape:
+    case Qt::Key_Backspace:
+        if (!m_softKeys->leftText().isEmpty())
+            done(0);
+        break;
+    default:
+        break;
+    }
+}

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QPixmap>
+#include <QPointer>
+#include <QWidget>
+
+class QEventLoop;
+class QScrollArea;
+class QVBoxLayout;
+class SoftKeyBar;
+
+/// A card laid over the dimmed screen: a title bar, content that scrolls when it is higher than the
+/// screen, buttons, and labels for the two soft keys. While it is shown, all keys and touches are
+/// its own.
+class ZPopup : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `popupType` 1 is a notice without an answer. A popup without a parent lies on the screen of
+    /// its own accord. `modal` is always true here, `flags` 0.
+    ZPopup(int popupType, QWidget* parent, const char* name, bool modal, int flags, int skinClass);
+    ~ZPopup() override;
+
+    void setTitle(const QString& title);
+
+    QString title() const { return m_title; }
+
+    void setTitleIcon(const QPixmap& icon);
+
+    /// Takes `child` into the content at `index`, at the end where `index` is -1.
+    void insertChild(QWidget* child, int index);
+
+    /// From then on `exec` ends by itself after `units` of 100 ms, counted from the first time that
+    /// the popup has been painted.
+    void setAutoDismissTime(int units);
+
+    /// Shows the popup and waits until it is answered or dismissed. The result is 1 for the left
+    /// key, 0 for the right one or a dismissal. The popup is hidden afterwards.
+    virtual int exec();
+
+    /// Ends `exec` with `result`.
+    void done(int result);
+
+    /// The popup on top of the screen that waits for an answer, or none.
+    static ZPopup* active();
+
+protected:
+    void setSoftKeys(const QString& left, const QString& right);
+    void addButtons(const QString& left, const QString& right);
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+    void hideEvent(QHideEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void dismissWhenPainted();
+    static void showTopCardOnly();
+    void layOut();
+    void scrollBy(int steps);
+    QSize cardSize() const;
+
+    QString m_title;
+    QPixmap m_titleIcon;
+    QWidget* m_card;
+    QScrollArea* m_scroll;
+    QVBoxLayout* m_content;
+    QVBoxLayout* m_actions;
+    SoftKeyBar* m_softKeys;
+    QPointer<QWidget> m_focusBefore;
+    QPointer<QEventLoop> m_loop;
+    int m_dismissUnits = 0;
+    int m_result = 0;
+    bool m_painted = false;
+};

@@ -1,0 +1,91 @@
+#include "ZScreen.h"
+
+#include "Look.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QTimer>
+
+namespace {
+
+const QSize smallest(176, 220);
+
+bool hasDisplayForItself() {
+    static const QStringList platforms = {"linuxfb", "eglfs", "vnc"};
+    return platforms.contains(QGuiApplication::platformName());
+}
+
+void pressKey(QWidget* receiver, int key) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(receiver, &press);
+}
+
+} // namespace
+
+ZScreen* ZScreen::s_instance = nullptr;
+
+ZScreen& ZScreen::instance() {
+    if (!s_instance)
+        s_instance = new ZScreen;
+    return *s_instance;
+}
+
+void ZScreen::discard() {
+    delete s_instance;
+    s_instance = nullptr;
+}
+
+ZScreen::ZScreen() {
+    setMinimumSize(smallest);
+    resize(Measure::screen);
+    setFocusPolicy(Qt::StrongFocus);
+    setWindowTitle(QCoreApplication::applicationName());
+}
+
+void ZScreen::setMainWidget(QWidget* widget) {
+    m_main = widget;
+    widget->setParent(this);
+    widget->setGeometry(rect());
+    widget->lower();
+    widget->show();
+}
+
+void ZScreen::present() {
+    if (isVisible())
+        return;
+    hasDisplayForItself() ? showFullScreen() : show();
+    activateWindow();
+}
+
+QWidget* ZScreen::topWidget() const {
+    const QObjectList& widgets = children();
+    for (auto child = widgets.rbegin(); child != widgets.rend(); ++child) {
+        auto* widget = qobject_cast<QWidget*>(*child);
+        if (widget && widget->isVisible())
+            return widget;
+    }
+    return nullptr;
+}
+
+/// Closing the window is the main widget's right soft key; what lies over it goes first.
+void ZScreen::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    QWidget* top = topWidget();
+    if (top && top != m_main)
+        pressKey(top, Qt::Key_Escape);
+    if (m_main)
+        QTimer::singleShot(0, m_main, [this] { pressKey(m_main, Qt::Key_F2); });
+}
+
+void ZScreen::paintEvent(QPaintEvent*) {
+    QPainter(this).fillRect(rect(), colours().surface);
+}
+
+void ZScreen::resizeEvent(QResizeEvent*) {
+    for (QObject* child : children()) {
+        if (auto* widget = qobject_cast<QWidget*>(child))
+            widget->setGeometry(rect());
+    }
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+/// The phone's one screen: a window of the phone's shape on a desktop, the whole display where the
+/// program has it for itself. The main widget and everything laid over it (popups, menus) are its
+/// children and fill it, the last one on top.
+class ZScreen : public QWidget {
+    Q_OBJECT
+
+public:
+    /// The screen, made on first use; the application object discards it at its end.
+    static ZScreen& instance();
+    static void discard();
+
+    QWidget* mainWidget() const { return m_main; }
+
+    void setMainWidget(QWidget* widget);
+
+    /// Puts the screen on the display, if it is not there yet.
+    void present();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    ZScreen();
+    QWidget* topWidget() const;
+
+    static ZScreen* s_instance;
+    QPointer<QWidget> m_main;
+};

@@ -1,0 +1,68 @@
+#include "ZSingleSelectDlg.h"
+
+#include "ChoiceRow.h"
+#include "PlatformText.h"
+#include "TerminalDialog.h"
+#include "ZApplication.h"
+#include "ZLabel.h"
+
+#include <QKeyEvent>
+
+ZSingleSelectDlg::ZSingleSelectDlg(const QString& title, const QString& text, QWidget* parent,
+                                   const char* name, bool modal, int flags, int skinClass)
+    : ZPopup(0, parent, name, modal, flags, skinClass), m_text(text) {
+    setTitle(title);
+    if (!text.isEmpty())
+        insertChild(new ZLabel(text, this, nullptr, 0, 1), -1);
+    setSoftKeys(platformText("SK_OK", "OK"), platformText("SK_CANCEL", "Cancel"));
+}
+
+void ZSingleSelectDlg::addItemsList(const QStringList& items) {
+    for (const QString& item : items) {
+        auto* row = new ChoiceRow(item, this);
+        row->setChecked(m_rows.isEmpty());
+        connect(row, &ChoiceRow::chosenAgain, this, [this] { done(1); });
+        m_rows.append(row);
+        insertChild(row, -1);
+    }
+}
+
+void ZSingleSelectDlg::setItemIcon(int index, const QPixmap& icon) {
+    m_rows.at(index)->setPixmap(icon);
+}
+
+int ZSingleSelectDlg::getCheckedItemIndex() const {
+    for (int i = 0; i < m_rows.size(); ++i) {
+        if (m_rows.at(i)->isChecked())
+            return i;
+    }
+    return -1;
+}
+
+int ZSingleSelectDlg::exec() {
+    if (ZApplication::hasDisplay())
+        return ZPopup::exec();
+    QStringList items;
+    for (const ChoiceRow* row : std::as_const(m_rows))
+        items.append(row->text());
+    const int chosen = chooseOnTerminal(title(), m_text, items);
+    if (chosen < 0)
+        return 0;
+    m_rows.at(chosen)->setChecked(true);
+    return 1;
+}
+
+void ZSingleSelectDlg::moveChoice(int steps) {
+    const qsizetype target = getCheckedItemIndex() + steps;
+    if (target >= 0 && target < m_rows.size())
+        m_rows.at(target)->setChecked(true);
+}
+
+void ZSingleSelectDlg::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Up)
+        moveChoice(-1);
+    else if (event->key() == Qt::Key_Down)
+        moveChoice(1);
+    else
+        ZPopup::keyPressEvent(event);
+}

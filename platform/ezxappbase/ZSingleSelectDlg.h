@@ -1,0 +1,32 @@
+#pragma once
+
+#include "ZPopup.h"
+
+class ChoiceRow;
+
+/// A question with a list of answers of which one is chosen; the first one is chosen to begin with.
+class ZSingleSelectDlg : public ZPopup {
+    Q_OBJECT
+
+public:
+    ZSingleSelectDlg(const QString& title, const QString& text, QWidget* parent, const char* name,
+                     bool modal, int flags, int skinClass);
+
+    void addItemsList(const QStringList& items);
+    void setItemIcon(int index, const QPixmap& icon);
+
+    /// The chosen item, counted from 0; -1 in an empty list.
+    int getCheckedItemIndex() const;
+
+    /// Non-zero when the choice was accepted. Without a display the terminal is asked.
+    int exec() override;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void moveChoice(int steps);
+
+    QString m_text;
+    QList<ChoiceRow*> m_rows;
+};
