@@ -1,0 +1,25 @@
+#pragma once
+
+#include "ZConfig.h"
+
+#include <QString>
+
+#include <memory>
+
+/// The language file in use; none until one has been chosen.
+inline std::unique_ptr<ZConfig> LanguageConfig;
+
+/// Chooses and opens the language file in `folder`, a folder of the machine. True when it is one
+/// for the phone's own language; false when the English one was taken instead, or none was found.
+bool selectLanguageFile(const QString& folder);
+
+/// Reads the customization file in `folder`, a folder of the machine, into `ArchiverPath` and
+/// `MenuUuid`. False when there is none.
+bool loadCustomization(const QString& folder);
+
+/// The text of `key` in the phone's language; the key itself where no text is known.
+QString tr(const char* key);
+
+/// Makes Qt's own translation calls, those of the platform's dialogs among them, look texts up as
+/// `tr` does. Needs the application object.
+void installTranslator();

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+/// Every fixed path of the program, each as the phone knows it (`hostPath` gives the machine's).
+namespace Path {
+
+inline const QString mountTable = "/etc/mtab";
+inline const QString commandLog = "/tmp/quiver_exec.log";
+inline const QString platformSettings = "/ezx_user/download/appwrite/setup/ezx_system.cfg";
+inline const QString installedDb = "/ezxlocal/download/appwrite/am/InstalledDB";
+inline const QString userMenuTree = "/ezxlocal/download/appwrite/am/UserMenuTree";
+
+inline const QString systemFolder = "/ezxlocal/quiver";
+inline const QString database = "/ezxlocal/quiver/AppMan.db";
+
+inline const QString cardMount = "/mmc/mmca1";
+inline const QString extMount = "/mmc/mmcb1";
+inline const QString phoneApps = "/ezxlocal/download/mystuff/quiver";
+inline const QString cardApps = "/mmc/mmca1/quiver";
+inline const QString phoneSkins = "/ezxlocal/download/mystuff/skins";
+inline const QString cardSkins = "/mmc/mmca1/skins";
+inline const QString extSkins = "/mmc/mmcb1/skins";
+
+} // namespace Path

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+/// Where an application lies, as it is kept in the database.
+enum StorageLocation { phoneMemory = 0, memoryCard = 1 };
+
+/// The memory card, and its extended partition, were mounted when the program started.
+inline bool SdPresent = false;
+inline bool SdExtPresent = false;
+
+/// Looks for the card in the phone's mount table and makes the folders that the program needs. What
+/// cannot be made is only printed.
+void prepareStorage();
+
+/// True when the folder at `path` (of the phone) exists or was made; its parents are not made.
+bool ensureDir(const QString& path);
+
+/// The application folder of a storage location: the card's for 1, the phone's for any other value.
+QString appsFolder(int location);

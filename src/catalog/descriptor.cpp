@@ -1,0 +1,114 @@
+#include "descriptor.h"
+
+#include "Bytes.h"
+#include "PhoneRoot.h"
+
+#include <QList>
+
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr qsizetype longestValue = 127;
+constexpr off_t largestFile = 16 * 1024 * 1024;
+
+/// `value` cut to the longest value that a descriptor may hold, without half a character at its
+/// end.
+QByteArray limited(const QByteArray& value) {
+    if (value.size() <= longestValue)
+        return value;
+    qsizetype end = longestValue;
+    while (end > longestValue - 4 && (static_cast<uchar>(value.at(end)) & 0xC0) == 0x80)
+        --end;
+    return value.left(end);
+}
+
+QByteArray readBytes(int descriptor, off_t size) {
+    QByteArray buffer(size, Qt::Uninitialized);
+    qsizetype done = 0;
+    while (done < size) {
+        const ssize_t count = read(descriptor, buffer.data() + done, size - done);
+        if (count <= 0)
+            break;
+        done += count;
+    }
+    buffer.truncate(done);
+    return buffer;
+}
+
+} // namespace
+
+std::optional<QByteArray> readWholeFile(const QString& path) {
+    const QByteArray name = toBytes(path);
+    // A pipe in the descriptor's place must not hold the program up.
+    const int descriptor = open(name.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    struct stat info = {};
+    if (descriptor < 0 || fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode)) {
+        printf("DEBUG:: Error while opening file (%s)\n", name.constData());
+        if (descriptor >= 0)
+            close(descriptor);
+        return std::nullopt;
+    }
+    if (info.st_size > largestFile) {
+        puts("DEBUG:: Error while allocating memory for file");
+        close(descriptor);
+        return std::nullopt;
+    }
+    const QByteArray content = readBytes(descriptor, info.st_size);
+    if (content.size() < info.st_size)
+        printf("DEBUG:: Error while reading file (%s)\n", name.constData());
+    close(descriptor);
+    return content;
+}
+
+QByteArray findValue(const QByteArray& text, const QByteArray& prefix) {
+    qsizetype start = 0;
+    if (!text.startsWith(prefix)) {
+        start = text.indexOf('\n' + prefix) + 1;
+        if (start == 0)
+            return QByteArray();
+    }
+    const qsizetype end = text.indexOf('\n', start);
+    const qsizetype value = start + prefix.size();
+    return limited(text.mid(value, end < 0 ? -1 : end - value));
+}
+
+QByteArray replaceKeyLine(const QByteArray& text, const QByteArray& key, const QByteArray& value) {
+    QByteArray newText;
+    for (const QByteArray& line : text.split('\n')) {
+        if (line.startsWith(key) && !line.isEmpty())
+            newText += key + " = " + value + '\n';
+        else if (!line.isEmpty())
+            newText += line + '\n';
+    }
+    return newText;
+}
+
+std::unique_ptr<ZPK_App> readDescriptor(const QString& folderName) {
+    if (folderName.isEmpty())
+        return nullptr;
+    const QString parent = currentFolder();
+    const FolderGuard guard;
+    const QString file = folderName + ".cfg";
+    if (!enterFolder(folderName)) {
+        printf("DEBUG:: Error while opening file (%s)\n", toBytes(file).constData());
+        return nullptr;
+    }
+    const std::optional<QByteArray> text = readWholeFile(file);
+    if (!text)
+        return nullptr;
+    const auto value = [&](const char* prefix) { return fromBytes(findValue(*text, prefix)); };
+    auto app = std::make_unique<ZPK_App>();
+    app->path = parent + '/' + folderName;
+    app->name = value("Name = ");
+    app->author = value("Author = ");
+    app->version = value("Version = ");
+    app->exec = value("Exec = ");
+    app->icon = value("Icon = ");
+    app->comment = value("Comment = ");
+    return app;
+}

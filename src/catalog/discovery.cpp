@@ -1,0 +1,108 @@
+#include "discovery.h"
+
+#include "Bytes.h"
+#include "PhoneRoot.h"
+#include "database.h"
+#include "descriptor.h"
+#include "storage.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include <dirent.h>
+#include <sys/stat.h>
+
+namespace {
+
+QUuid drawUuid() {
+    const auto middle = static_cast<ushort>(rand() & 0xFFFF);
+    uchar tail[8];
+    for (uchar& byte : tail)
+        byte = static_cast<uchar>(rand() & 0xFF);
+    return QUuid(0x8e10aded, 0xf8ee, middle, tail[0], tail[1], tail[2], tail[3], tail[4], tail[5],
+                 tail[6], tail[7]);
+}
+
+QUuid drawUnusedUuid() {
+    QUuid uuid = drawUuid();
+    while (isUuidUsed(&uuid))
+        uuid = drawUuid();
+    return uuid;
+}
+
+bool isFolder(const dirent* entry) {
+    if (entry->d_type != DT_UNKNOWN)
+        return entry->d_type == DT_DIR;
+    // Some file systems of memory cards do not tell the type with the name.
+    struct stat info = {};
+    return lstat(entry->d_name, &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+bool isListed(const dirent* entry, const QByteArray& name, bool foldersOnly, bool allFiles) {
+    if (name == "." || name == "..")
+        return false;
+    if (foldersOnly)
+        return isFolder(entry);
+    return name.contains(".zpk") || (allFiles && !isFolder(entry));
+}
+
+void discoverAppsIn(int location) {
+    if (!enterFolder(appsFolder(location)))
+        return;
+    for (const QString& name : listDir(true, false, false, true)) {
+        std::unique_ptr<ZPK_App> app = readDescriptor(name);
+        if (!app)
+            continue;
+        app->location = location;
+        ensureAppInDb(*app);
+        const QString key = appKey(app->name, location);
+        AppMap[key] = std::move(app);
+    }
+}
+
+} // namespace
+
+QString appKey(const QString& name, int location) {
+    return name + (location == phoneMemory ? "_PH" : "_SD");
+}
+
+void discoverApps() {
+    AppMap.clear();
+    const FolderGuard guard;
+    if (SdPresent)
+        discoverAppsIn(memoryCard);
+    discoverAppsIn(phoneMemory);
+}
+
+void ensureAppInDb(ZPK_App& app) {
+    const QByteArray name = toBytes(app.name);
+    if (isAppKnown(app.path, nullptr)) {
+        QString text;
+        findUuidByPath(app.path, text);
+        printf("DEBUG:: Application '%s' is already in DB.\n\tApp UUID is %s\n", name.constData(),
+               text.toLatin1().constData());
+        app.uuid = std::make_unique<QUuid>(QUuid::fromString(text));
+    } else {
+        app.uuid = std::make_unique<QUuid>(drawUnusedUuid());
+        printf("DEBUG:: Adding APP to AppDB ('%s')\n\tApp UUID is %s\n", name.constData(),
+               app.uuid->toByteArray().constData());
+        addAppRecord(*app.uuid, app.name, app.path, app.location);
+    }
+    app.registeredInMenu = isAppInMenu(app.path, nullptr);
+}
+
+QStringList listDir(bool foldersOnly, bool otherFiles, bool showAll, bool sorted) {
+    QStringList names;
+    DIR* folder = opendir(".");
+    if (!folder)
+        return names;
+    while (const dirent* entry = readdir(folder)) {
+        const QByteArray name = entry->d_name;
+        if (isListed(entry, name, foldersOnly, otherFiles && showAll))
+            names.append(fromBytes(name));
+    }
+    if (sorted)
+        names.sort();
+    closedir(folder);
+    return names;
+}

@@ -1,0 +1,227 @@
+#include "database.h"
+
+#include "Bytes.h"
+#include "PhoneRoot.h"
+#include "paths.h"
+#include "statements.h"
+
+#include <QList>
+
+#include <sqlite3.h>
+
+#include <cstdio>
+
+namespace {
+
+/// A prepared statement for one use; finalized at the end of its scope. Where preparing failed it
+/// is not valid and every call does nothing.
+class Statement {
+public:
+    explicit Statement(const char* sql) {
+        if (AppDb)
+            sqlite3_prepare_v2(AppDb, sql, -1, &m_statement, nullptr);
+    }
+
+    ~Statement() { sqlite3_finalize(m_statement); }
+
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+
+    bool isValid() const { return m_statement != nullptr; }
+
+    Statement& bind(const QByteArray& text) {
+        // SQLite copies nothing, so the text is kept until the statement ends.
+        m_texts.append(text);
+        sqlite3_bind_text(m_statement, ++m_bound, m_texts.last().constData(), -1, SQLITE_STATIC);
+        return *this;
+    }
+
+    Statement& bind(int number) {
+        sqlite3_bind_int(m_statement, ++m_bound, number);
+        return *this;
+    }
+
+    int step() { return sqlite3_step(m_statement); }
+
+    int number(int column) { return sqlite3_column_int(m_statement, column); }
+
+    /// The text of a column, empty for NULL.
+    QByteArray text(int column) {
+        return reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
+    }
+
+    int finalize() {
+        const int result = sqlite3_finalize(m_statement);
+        m_statement = nullptr;
+        return result;
+    }
+
+private:
+    sqlite3_stmt* m_statement = nullptr;
+    QList<QByteArray> m_texts;
+    int m_bound = 0;
+};
+
+QByteArray uuidText(const QUuid* uuid) {
+    return uuid ? uuid->toByteArray() : QByteArray("");
+}
+
+int stopAtFirstRow(void*, int, char**, char**) {
+    return 1;
+}
+
+bool isEmptyDatabase() {
+    return sqlite3_exec(AppDb, Sql::anyObject, stopAtFirstRow, nullptr, nullptr) != SQLITE_ABORT;
+}
+
+void createTables() {
+    puts("DEBUG:: Creating Application Database");
+    if (sqlite3_exec(AppDb, Sql::init, nullptr, nullptr, nullptr) == SQLITE_OK)
+        return;
+    puts("DEBUG:: Error executing Init Script");
+    // A script that stopped half-way leaves its transaction open, and with it all that follows
+    // would be lost at the end of the run.
+    if (!sqlite3_get_autocommit(AppDb))
+        sqlite3_exec(AppDb, "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
+bool isCountNonZero(Statement& statement, const char* message, const QByteArray& subject) {
+    statement.step();
+    const int count = statement.number(0);
+    printf("DEBUG:: %s for PathName ('%s') = %d\n", message, subject.constData(), count);
+    return count != 0;
+}
+
+bool isStepOk(Statement& statement) {
+    return statement.step() == SQLITE_OK;
+}
+
+int printApps(const char* sql, const char* heading) {
+    Statement statement(sql);
+    if (!statement.isValid())
+        return SQLITE_ERROR;
+    puts(heading);
+    puts("DEBUG:: [List START]");
+    while (statement.step() == SQLITE_ROW) {
+        puts("DEBUG:: ==========================================");
+        printf("DEBUG:: UUID    : %s\n", statement.text(0).constData());
+        printf("DEBUG:: AppName : %s\n", statement.text(1).constData());
+        printf("DEBUG:: PathName: %s\n", statement.text(2).constData());
+        printf("DEBUG:: Location: %d\n", statement.number(3));
+    }
+    puts("DEBUG:: [List END]");
+    return statement.finalize();
+}
+
+} // namespace
+
+bool openAppDb() {
+    const QByteArray path = toBytes(hostPath(Path::database));
+    if (sqlite3_open(path.constData(), &AppDb) != SQLITE_OK) {
+        const char* reason = sqlite3_errmsg(AppDb);
+        printf("DEBUG:: Can't open Applications database: %s\n", reason);
+        fprintf(stderr, "Can't open Applications database: %s\n", reason);
+        sqlite3_close(AppDb);
+        AppDb = nullptr;
+        return false;
+    }
+    if (isEmptyDatabase())
+        createTables();
+    sqlite3_exec(AppDb, Sql::indexes, nullptr, nullptr, nullptr);
+    puts("Application Database Opened");
+    return true;
+}
+
+bool closeAppDb() {
+    if (AppDb && sqlite3_close(AppDb) != SQLITE_OK) {
+        puts("DEBUG:: Error while closing Application Database");
+        puts("Error while closing Application Database");
+        return false;
+    }
+    AppDb = nullptr;
+    puts("Application Database Closed");
+    return true;
+}
+
+void addAppRecord(const QUuid& uuid, const QString& name, const QString& path, int location) {
+    Statement statement(Sql::addApp);
+    if (statement.isValid())
+        statement.bind(uuidText(&uuid))
+            .bind(name.toLatin1())
+            .bind(toBytes(path))
+            .bind(location)
+            .step();
+}
+
+bool isAppInMenu(const QString& path, const QUuid* uuid) {
+    Statement statement(Sql::countInMenu);
+    if (!statement.isValid())
+        return false;
+    statement.bind(toBytes(path)).bind(uuidText(uuid));
+    return isCountNonZero(statement, "REGISTERED Count", toBytes(path));
+}
+
+bool isAppKnown(const QString& path, const QUuid* uuid) {
+    Statement statement(Sql::countKnown);
+    if (!statement.isValid())
+        return false;
+    statement.bind(toBytes(path)).bind(uuidText(uuid));
+    return isCountNonZero(statement, "Count", toBytes(path));
+}
+
+bool isUuidUsed(const QUuid* uuid) {
+    if (!uuid)
+        return true;
+    Statement statement(Sql::countUuid);
+    if (!statement.isValid())
+        return false;
+    statement.bind(uuidText(uuid));
+    return isCountNonZero(statement, "Count", uuidText(uuid));
+}
+
+bool findUuidByPath(const QString& path, QString& text) {
+    Statement statement(Sql::findUuid);
+    if (!statement.isValid() || statement.bind(toBytes(path)).step() != SQLITE_ROW)
+        return false;
+    text = QString::fromLatin1(statement.text(0));
+    return true;
+}
+
+bool addAppToMenu(const QString& path, const QUuid* uuid) {
+    Statement statement(Sql::addToMenu);
+    if (!statement.isValid())
+        return false;
+    statement.bind(toBytes(path)).bind(uuidText(uuid));
+    printf("DEBUG:: Registered App in Path ('%s')\n", toBytes(path).constData());
+    return isStepOk(statement);
+}
+
+bool removeAppFromMenu(const QUuid* uuid) {
+    if (!uuid)
+        return false;
+    Statement statement(Sql::removeFromMenu);
+    return statement.isValid() && isStepOk(statement.bind(uuidText(uuid)));
+}
+
+bool updateAppRecord(const QUuid* uuid, const QString& name, const QString& path, int location) {
+    Statement statement(Sql::updateApp);
+    if (!statement.isValid())
+        return false;
+    statement.bind(name.toLatin1()).bind(toBytes(path)).bind(location).bind(uuidText(uuid));
+    return isStepOk(statement);
+}
+
+bool deleteAppRecord(const QUuid* uuid) {
+    if (!uuid)
+        return false;
+    Statement statement(Sql::deleteApp);
+    return statement.isValid() && isStepOk(statement.bind(uuidText(uuid)));
+}
+
+int printAllApps() {
+    return printApps(Sql::allApps, "DEBUG:: List Applications in DataBase");
+}
+
+void printMenuApps() {
+    printApps(Sql::menuApps, "DEBUG:: List Menu Applications in DataBase");
+}

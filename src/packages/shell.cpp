@@ -1,0 +1,106 @@
+#include "shell.h"
+
+#include "Bytes.h"
+#include "PhoneRoot.h"
+#include "dialogs.h"
+#include "language.h"
+#include "paths.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+/// An archiver that asks for a password would wait for ever for an answer that nobody can give.
+class EmptyInput {
+public:
+    EmptyInput() : m_saved(fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) {
+        const int empty = open("/dev/null", O_RDONLY | O_CLOEXEC);
+        if (empty < 0)
+            return;
+        dup2(empty, STDIN_FILENO);
+        close(empty);
+    }
+
+    ~EmptyInput() {
+        if (m_saved < 0)
+            return;
+        dup2(m_saved, STDIN_FILENO);
+        close(m_saved);
+    }
+
+    EmptyInput(const EmptyInput&) = delete;
+    EmptyInput& operator=(const EmptyInput&) = delete;
+
+private:
+    int m_saved;
+};
+
+/// The command log as text; empty where it cannot be read.
+QString readLog() {
+    FILE* log = fopen(toBytes(hostPath(Path::commandLog)).constData(), "r");
+    if (!log)
+        return QString();
+    fseek(log, 0, SEEK_END);
+    const long length = ftell(log);
+    rewind(log);
+    QByteArray bytes(qMax(length, 0L), '\0');
+    const bool complete = fread(bytes.data(), 1, bytes.size(), log) == size_t(bytes.size());
+    fclose(log);
+    if (complete)
+        return fromBytes(bytes);
+    puts("DEBUG:: Error while reading log file");
+    return QString();
+}
+
+void showError(const QString& text) {
+    showNotice(tr("POP_ERROR_TITLE"), text, "error_pop.bmp");
+}
+
+/// An exit status whose low seven bits are zero is a success; 128 is, too, and so is a command that
+/// a signal ended.
+bool isSuccess(int status) {
+    return (status & 127) == 0;
+}
+
+} // namespace
+
+int runSystem(const QString& command) {
+    fflush(stdout);
+    const EmptyInput noInput;
+    return system(toBytes(command).constData());
+}
+
+bool runShellCommand(QString& command, bool quietOnSuccess) {
+    if (command.isEmpty())
+        return false;
+    const QString log = hostPath(Path::commandLog);
+    printf("DEBUG:: Exec command ( %s )\n", toBytes(command).constData());
+    command += " > " + log + " 2>&1";
+    const int status = runSystem(command) >> 8;
+    printf("DEBUG:: Command executed returned %d\n", status);
+    const bool success = isSuccess(status);
+    if (success && quietOnSuccess)
+        return true;
+    if (success)
+        showNotice(tr("POP_OK_TITLE"), tr("POP_OK_TEXT"));
+    else
+        showError(readLog());
+    runSystem("cat " + log);
+    remove(toBytes(log).constData());
+    return success;
+}
+
+bool fitsInQuotes(const QString& path) {
+    return !path.contains('\'');
+}
+
+bool runPathCommand(const QString& path, QString command, bool quietOnSuccess) {
+    if (fitsInQuotes(path))
+        return runShellCommand(command, quietOnSuccess);
+    showError(tr("POP_ERROR_QUOTE_TEXT"));
+    return false;
+}

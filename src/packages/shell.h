@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+/// Runs `command` with the C library's `system()` and gives its result. What this program has
+/// printed comes out first. The command reads nothing from the program's own input.
+int runSystem(const QString& command);
+
+/// Runs `command` with its output in the command log, and shows how it ended: a notice of success
+/// (not with `quietOnSuccess`), or an error popup with the command's output. True when it
+/// succeeded; false at once for an empty command. The redirection into the log is appended to the
+/// caller's `command` itself.
+bool runShellCommand(QString& command, bool quietOnSuccess);
+
+/// True when `path` can stand in a command: the templates put paths in single quotes, which cannot
+/// hold one.
+bool fitsInQuotes(const QString& path);
+
+/// As `runShellCommand` for a command with `path` in it. A path that does not fit ends it as a
+/// failed command does, with an error popup that says why, and nothing is run.
+bool runPathCommand(const QString& path, QString command, bool quietOnSuccess);
