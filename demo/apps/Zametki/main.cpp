@@ -1,0 +1,95 @@
+// Заметки: a small note pad. The notes live in one text file beside the program, a form feed
+// between two of them.
+#include "phonewindow.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QPlainTextEdit>
+#include <QSaveFile>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+class Notebook : public QWidget {
+public:
+    Notebook() {
+        setFocusProxy(&page_);
+        page_.setPlaceholderText(u"Новая заметка…"_s);
+        page_.setFrameShape(QFrame::NoFrame);
+        page_.setStyleSheet(u"background: #fff8d6; color: #3e2f14; padding: 4px;"_s);
+        counter_.setAlignment(Qt::AlignCenter);
+        setStyleSheet(
+            u"QLabel, QToolButton {background: #f3e3a5; color: #6b4e12; border: none;}"_s);
+
+        auto* pager = new QHBoxLayout;
+        pager->setSpacing(0);
+        pager->addWidget(pagerButton(Qt::LeftArrow, -1, Qt::Key_PageUp));
+        pager->addWidget(&counter_, 1);
+        pager->addWidget(pagerButton(Qt::RightArrow, 1, Qt::Key_PageDown));
+        auto* column = new QVBoxLayout(this);
+        column->setContentsMargins(0, 0, 0, 0);
+        column->setSpacing(0);
+        column->addLayout(pager);
+        column->addWidget(&page_, 1);
+
+        if (QFile file(path()); file.open(QIODevice::ReadOnly))
+            notes_ = QString::fromUtf8(file.readAll()).split(u'\f');
+        open(0);
+    }
+
+    ~Notebook() override { store(); }
+
+    void add() {
+        store();
+        notes_.append(QString());
+        open(notes_.size() - 1);
+    }
+
+private:
+    static QString path() { return QApplication::applicationDirPath() + u"/notes.txt"_s; }
+
+    QToolButton* pagerButton(Qt::ArrowType arrow, int direction, Qt::Key key) {
+        auto* button = new QToolButton;
+        button->setArrowType(arrow);
+        button->setFixedSize(40, 24);
+        button->setFocusPolicy(Qt::NoFocus);
+        button->setShortcut(key);
+        connect(button, &QToolButton::clicked, this, [this, direction] {
+            store();
+            open((current_ + direction + notes_.size()) % notes_.size());
+        });
+        return button;
+    }
+
+    void open(qsizetype note) {
+        current_ = note;
+        page_.setPlainText(notes_[note]);
+        page_.moveCursor(QTextCursor::End);
+        counter_.setText(u"%1 из %2"_s.arg(note + 1).arg(notes_.size()));
+    }
+
+    // Empty notes are not worth a line in the file.
+    void store() {
+        notes_[current_] = page_.toPlainText();
+        QStringList written = notes_;
+        written.removeAll(QString());
+        QSaveFile file(path());
+        if (!file.open(QIODevice::WriteOnly) || file.write(written.join(u'\f').toUtf8()) < 0 ||
+            !file.commit())
+            counter_.setText(u"Не сохранено"_s);
+    }
+
+    QStringList notes_{QString()};
+    qsizetype current_ = 0;
+    QLabel counter_;
+    QPlainTextEdit page_;
+};
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    auto* notebook = new Notebook;
+    phone::Window window(u"Заметки"_s, QColor(0x8d6e1f), notebook, u"Выход"_s);
+    window.setLeftKey(u"Новая"_s, [notebook] { notebook->add(); });
+    window.present();
+    return app.exec();
+}
