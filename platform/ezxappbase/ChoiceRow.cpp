@@ -46,7 +46,7 @@ void ChoiceRow::paintEvent(QPaintEvent*) {
     painter.setBrush(chosen ? colours().focus : colours().surface);
     painter.drawRoundedRect(rect(), Measure::radius, Measure::radius);
 
-    const int padding = Measure::dialogPadding;
+    const int padding = 2 * Measure::grid;
     const int mark = scaled(Measure::markerIcon);
     QRect text = rect().adjusted(padding, 0, -padding - mark - padding, 0);
     if (!m_icon.isNull()) {
@@ -55,10 +55,8 @@ void ChoiceRow::paintEvent(QPaintEvent*) {
                            tinted(m_icon, quiet));
         text.setLeft(text.left() + icon + padding);
     }
-    painter.setFont(lookFont(Measure::dialogFont, QFont::DemiBold));
     painter.setPen(ink);
-    painter.drawText(text, Qt::AlignVCenter | Qt::AlignLeft,
-                     painter.fontMetrics().elidedText(this->text(), Qt::ElideRight, text.width()));
+    paintFitted(painter, text, Qt::AlignLeft, this->text(), Measure::dialogFont, QFont::DemiBold);
 
     const QPointF centre(width() - padding - mark / 2.0, height() / 2.0);
     painter.setPen(QPen(quiet, 2));

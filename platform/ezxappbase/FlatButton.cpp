@@ -38,12 +38,10 @@ void FlatButton::paintEvent(QPaintEvent*) {
     const int radius = isSoftKey() ? 0 : Measure::radius;
     painter.drawRoundedRect(rect(), radius, radius);
 
-    painter.setFont(lookFont(Measure::softKeyFont, QFont::DemiBold));
     painter.setPen(pressed ? palette.barText : ink);
-    const QRect place = rect().adjusted(10, 0, -10, 0);
-    const QString shown = painter.fontMetrics().elidedText(text(), Qt::ElideRight, place.width());
     const Qt::Alignment side = m_kind == LeftSoftKey    ? Qt::AlignLeft
                                : m_kind == RightSoftKey ? Qt::AlignRight
                                                         : Qt::AlignHCenter;
-    painter.drawText(place, side | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+    paintFitted(painter, rect().adjusted(10, 0, -10, 0), side, text(), Measure::softKeyFont,
+                QFont::DemiBold);
 }

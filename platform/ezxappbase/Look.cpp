@@ -89,6 +89,38 @@ QFont lookFont(int pixels, QFont::Weight weight) {
     return font;
 }
 
+QFont fittedFont(const QString& text, int width, int pixels, QFont::Weight weight) {
+    QFont font = lookFont(pixels, weight);
+    const int smallest = font.pixelSize() * 3 / 4;
+    while (font.pixelSize() > smallest && QFontMetrics(font).horizontalAdvance(text) > width)
+        font.setPixelSize(font.pixelSize() - 1);
+    return font;
+}
+
+void paintFitted(QPainter& painter, const QRect& place, Qt::Alignment alignment,
+                 const QString& text, int pixels, QFont::Weight weight) {
+    painter.setFont(fittedFont(text, place.width(), pixels, weight));
+    const QString shown = painter.fontMetrics().elidedText(text, Qt::ElideRight, place.width());
+    painter.drawText(place, int(alignment | Qt::AlignVCenter) | Qt::TextSingleLine, shown);
+}
+
+void paintCheckBox(QPainter& painter, const QRect& place, bool checked, bool focused) {
+    const Palette& palette = colours();
+    const QRectF box = QRectF(place).adjusted(1, 1, -1, -1);
+    painter.setPen(QPen(focused ? palette.focusText : palette.secondaryText, 2));
+    painter.setBrush(focused ? palette.focusText : palette.surface);
+    painter.drawRoundedRect(box, Measure::grid, Measure::grid);
+    if (!checked)
+        return;
+    painter.setPen(
+        QPen(palette.focus, box.width() / 8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    const auto at = [&](double x, double y) {
+        return box.topLeft() + QPointF(x * box.width(), y * box.height());
+    };
+    painter.drawPolyline(QPolygonF({at(0.2, 0.52), at(0.42, 0.74), at(0.8, 0.28)}));
+}
+
 QPixmap tinted(const QPixmap& picture, const QColor& colour) {
     if (picture.isNull() || !isGlyph(picture.toImage()))
         return picture;
@@ -108,8 +140,6 @@ void paintTitle(QPainter& painter, const QRect& bar, const QPixmap& icon, const 
         painter.drawPixmap(place, tinted(icon, colours().barText));
         text.setLeft(place.right() + 1 + margin);
     }
-    painter.setFont(lookFont(Measure::titleFont, QFont::DemiBold));
     painter.setPen(colours().barText);
-    const QString shown = painter.fontMetrics().elidedText(title, Qt::ElideRight, text.width());
-    painter.drawText(text, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
+    paintFitted(painter, text, Qt::AlignLeft, title, Measure::titleFont, QFont::DemiBold);
 }

@@ -46,7 +46,20 @@ constexpr int button = 36;
 constexpr int choiceRow = 44;
 constexpr int rowIcon = 32;
 constexpr int markerIcon = 16;
+constexpr int nameFont = 14;
 constexpr int secondFont = 12;
+constexpr int hintFont = 11;
+constexpr int tabBar = 28;
+constexpr int tabIcon = 16;
+constexpr int tabFont = 13;
+constexpr int accentLine = 3;
+constexpr int listRow = 46;
+constexpr int compactRow = 36;
+constexpr int compactIcon = 20;
+constexpr int headerRow = 24;
+constexpr int checkBox = 20;
+constexpr int menuRow = 26;
+constexpr int menuFont = 14;
 constexpr int radius = 6;
 constexpr int scrollBar = 3;
 constexpr QSize screen(240, 320);
@@ -58,6 +71,16 @@ int scaled(int measure);
 
 /// The application's font at `pixels` (a measure, scaled here).
 QFont lookFont(int pixels, QFont::Weight weight = QFont::Normal);
+
+/// As `lookFont`, made smaller (down to three quarters) where `text` would be wider than `width`.
+QFont fittedFont(const QString& text, int width, int pixels, QFont::Weight weight);
+
+/// Paints `text` on one line in `place`, in a fitted font and, as the last resort, elided.
+void paintFitted(QPainter& painter, const QRect& place, Qt::Alignment alignment,
+                 const QString& text, int pixels, QFont::Weight weight);
+
+/// Paints a tick box, with its tick where `checked`, in the colours of a focused row or of others.
+void paintCheckBox(QPainter& painter, const QRect& place, bool checked, bool focused);
 
 /// `picture` in `colour` where it is a glyph (all its pixels are of the palette's glyph colour),
 /// else unchanged: so one picture serves on every background.

@@ -31,18 +31,14 @@ int titleHeight() {
 } // namespace
 
 ZPopup::ZPopup(int, QWidget* parent, const char* name, bool, int, int)
-    : QWidget(parent ? parent : &ZScreen::instance()), m_card(new QWidget(this)),
-      m_scroll(new QScrollArea(m_card)), m_content(new QVBoxLayout), m_actions(new QVBoxLayout),
-      m_softKeys(new SoftKeyBar(this)) {
-    hide();
+    : ZOverlay(parent), m_card(new QWidget(this)), m_scroll(new QScrollArea(m_card)),
+      m_content(new QVBoxLayout), m_actions(new QVBoxLayout) {
     setObjectName(QString::fromLatin1(name));
-    setFocusPolicy(Qt::StrongFocus);
 
     auto* panel = new QWidget;
     panel->setLayout(m_content);
     panel->installEventFilter(this);
-    const int padding = Measure::dialogPadding;
-    m_content->setContentsMargins(padding, padding, padding, padding);
+    setContentMargin(Measure::dialogPadding);
     m_content->setSpacing(contentSpacing);
 
     m_scroll->setWidget(panel);
@@ -60,8 +56,8 @@ ZPopup::ZPopup(int, QWidget* parent, const char* name, bool, int, int)
     column->addWidget(m_scroll);
     column->addLayout(m_actions);
 
-    connect(m_softKeys, &SoftKeyBar::leftPressed, this, [this] { done(1); });
-    connect(m_softKeys, &SoftKeyBar::rightPressed, this, [this] { done(0); });
+    connect(softKeys(), &SoftKeyBar::leftPressed, this, [this] { done(1); });
+    connect(softKeys(), &SoftKeyBar::rightPressed, this, [this] { done(0); });
 }
 
 ZPopup::~ZPopup() {
@@ -93,7 +89,11 @@ void ZPopup::setAutoDismissTime(int units) {
 }
 
 void ZPopup::setSoftKeys(const QString& left, const QString& right) {
-    m_softKeys->setTexts(left, right);
+    softKeys()->setTexts(left, right);
+}
+
+void ZPopup::setContentMargin(int margin) {
+    m_content->setContentsMargins(margin, Measure::dialogPadding, margin, Measure::dialogPadding);
 }
 
 void ZPopup::addButtons(const QString& left, const QString& right) {
@@ -145,45 +145,23 @@ void ZPopup::done(int result) {
         m_loop->quit();
 }
 
-bool ZPopup::event(QEvent* event) {
-    // Nothing below the popup may see what was meant for it.
-    switch (event->type()) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::Wheel:
-        event->accept();
-        return true;
-    default:
-        return QWidget::event(event);
-    }
-}
-
 bool ZPopup::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::LayoutRequest)
         layOut();
-    return QWidget::eventFilter(watched, event);
+    return ZOverlay::eventFilter(watched, event);
 }
 
-bool ZPopup::focusNextPrevChild(bool) {
-    return true;
-}
-
-void ZPopup::showEvent(QShowEvent*) {
-    m_focusBefore = QApplication::focusWidget();
-    setGeometry(parentWidget()->rect());
-    raise();
+void ZPopup::showEvent(QShowEvent* event) {
+    ZOverlay::showEvent(event);
     shownPopups.append(this);
     showTopCardOnly();
-    setFocus();
     layOut();
 }
 
-void ZPopup::hideEvent(QHideEvent*) {
+void ZPopup::hideEvent(QHideEvent* event) {
     shownPopups.removeOne(this);
     showTopCardOnly();
-    if (m_focusBefore)
-        m_focusBefore->setFocus();
+    ZOverlay::hideEvent(event);
 }
 
 /// The screen is dimmed once, and one card is enough to read.
@@ -194,7 +172,8 @@ void ZPopup::showTopCardOnly() {
     }
 }
 
-void ZPopup::resizeEvent(QResizeEvent*) {
+void ZPopup::resizeEvent(QResizeEvent* event) {
+    ZOverlay::resizeEvent(event);
     layOut();
 }
 
@@ -202,17 +181,15 @@ QSize ZPopup::cardSize() const {
     const int width = this->width() - 2 * Measure::dialogMargin;
     const int content = m_content->hasHeightForWidth() ? m_content->totalHeightForWidth(width)
                                                        : m_content->totalSizeHint().height();
-    const int room = height() - m_softKeys->height() - 2 * Measure::dialogMargin;
+    const int room = area().height() - 2 * Measure::dialogMargin;
     const int wanted = titleHeight() + content + m_actions->sizeHint().height();
     return QSize(width, qMin(wanted, room));
 }
 
 void ZPopup::layOut() {
-    const int bar = m_softKeys->height();
-    m_softKeys->setGeometry(0, height() - bar, width(), bar);
-    const QSize size = cardSize();
-    m_card->setGeometry((width() - size.width()) / 2, (height() - bar - size.height()) / 2,
-                        size.width(), size.height());
+    QRect card(QPoint(), cardSize());
+    card.moveCenter(area().center());
+    m_card->setGeometry(card);
 }
 
 void ZPopup::paintEvent(QPaintEvent*) {
@@ -262,16 +239,16 @@ void ZPopup::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Select:
-        if (!m_softKeys->leftText().isEmpty())
+        if (!softKeys()->leftText().isEmpty())
             done(1);
         break;
     case Qt::Key_F2:
-        if (!m_softKeys->rightText().isEmpty())
+        if (!softKeys()->rightText().isEmpty())
             done(0);
         break;
     case Qt::Key_Escape:
     case Qt::Key_Backspace:
-        if (!m_softKeys->leftText().isEmpty())
+        if (!softKeys()->leftText().isEmpty())
             done(0);
         break;
     default:

@@ -1,18 +1,17 @@
 #pragma once
 
+#include "ZOverlay.h"
+
 #include <QPixmap>
-#include <QPointer>
-#include <QWidget>
 
 class QEventLoop;
 class QScrollArea;
 class QVBoxLayout;
-class SoftKeyBar;
 
 /// A card laid over the dimmed screen: a title bar, content that scrolls when it is higher than the
 /// screen, buttons, and labels for the two soft keys. While it is shown, all keys and touches are
 /// its own.
-class ZPopup : public QWidget {
+class ZPopup : public ZOverlay {
     Q_OBJECT
 
 public:
@@ -46,10 +45,10 @@ public:
 
 protected:
     void setSoftKeys(const QString& left, const QString& right);
+    /// The room left and right of the content; `Measure::dialogPadding` where it is not set.
+    void setContentMargin(int margin);
     void addButtons(const QString& left, const QString& right);
-    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
-    bool focusNextPrevChild(bool next) override;
     void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -69,8 +68,6 @@ private:
     QScrollArea* m_scroll;
     QVBoxLayout* m_content;
     QVBoxLayout* m_actions;
-    SoftKeyBar* m_softKeys;
-    QPointer<QWidget> m_focusBefore;
     QPointer<QEventLoop> m_loop;
     int m_dismissUnits = 0;
     int m_result = 0;

@@ -1,6 +1,7 @@
 #include "ZSingleSelectDlg.h"
 
 #include "ChoiceRow.h"
+#include "Look.h"
 #include "PlatformText.h"
 #include "TerminalDialog.h"
 #include "ZApplication.h"
@@ -8,12 +9,21 @@
 
 #include <QKeyEvent>
 
+namespace {
+/// The rows are nearly as wide as the card.
+constexpr int rowMargin = Measure::dialogPadding / 2;
+} // namespace
+
 ZSingleSelectDlg::ZSingleSelectDlg(const QString& title, const QString& text, QWidget* parent,
                                    const char* name, bool modal, int flags, int skinClass)
     : ZPopup(0, parent, name, modal, flags, skinClass), m_text(text) {
     setTitle(title);
-    if (!text.isEmpty())
-        insertChild(new ZLabel(text, this, nullptr, 0, 1), -1);
+    if (!text.isEmpty()) {
+        auto* label = new ZLabel(text, this, nullptr, 0, 1);
+        label->setIndent(rowMargin);
+        insertChild(label, -1);
+    }
+    setContentMargin(rowMargin);
     setSoftKeys(platformText("SK_OK", "OK"), platformText("SK_CANCEL", "Cancel"));
 }
 

@@ -1,0 +1,53 @@
+#include "ZOverlay.h"
+
+#include "SoftKeyBar.h"
+#include "ZScreen.h"
+
+#include <QApplication>
+#include <QEvent>
+
+ZOverlay::ZOverlay(QWidget* parent)
+    : QWidget(parent ? parent : &ZScreen::instance()), m_softKeys(new SoftKeyBar(this)) {
+    hide();
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+QRect ZOverlay::area() const {
+    return rect().adjusted(0, 0, 0, -m_softKeys->height());
+}
+
+bool ZOverlay::event(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+        // Nothing below may see what was meant for the overlay.
+        QWidget::event(event);
+        event->accept();
+        return true;
+    default:
+        return QWidget::event(event);
+    }
+}
+
+bool ZOverlay::focusNextPrevChild(bool) {
+    return true;
+}
+
+void ZOverlay::showEvent(QShowEvent*) {
+    m_focusBefore = QApplication::focusWidget();
+    setGeometry(parentWidget()->rect());
+    raise();
+    setFocus();
+}
+
+void ZOverlay::hideEvent(QHideEvent*) {
+    if (m_focusBefore)
+        m_focusBefore->setFocus();
+}
+
+void ZOverlay::resizeEvent(QResizeEvent*) {
+    const int bar = m_softKeys->height();
+    m_softKeys->setGeometry(0, height() - bar, width(), bar);
+}
