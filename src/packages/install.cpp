@@ -45,6 +45,9 @@ bool unpack(const QString& package, const QString& folder, bool quietOnSuccess) 
     QString command = QString("%2 x -y '%3'").arg(ArchiverPath, asFileArgument(package));
     if (!folder.isEmpty())
         command += " -o" + hostPath(folder);
+    // The archiver would take the name for a pattern and unpack all that matches.
+    if (package.contains('*') || package.contains('?'))
+        command += " -spd";
     return runPathCommand(package, command, quietOnSuccess);
 }
 
