@@ -1,0 +1,156 @@
+#!/bin/bash
+# Packages made by the real archiver, installed by command line: all output, all files.
+source "$(dirname "$(readlink -f "$0")")/console_lib.sh"
+
+apps=root/ezxlocal/download/mystuff/quiver
+skins=root/ezxlocal/download/mystuff/skins
+card_apps=root/mmc/mmca1/quiver
+card_skins=root/mmc/mmca1/skins
+ext_skins=root/mmc/mmcb1/skins
+environment=()
+
+make_packages() {
+    mkdir -p Demo/data Night
+    printf 'Name = Demo\nExec = demo\n' >Demo/Demo.cfg
+    printf '#!/bin/sh\necho it runs\n' >Demo/demo
+    echo data >Demo/data/файл
+    echo dark >Night/skin.ini
+    "$seven_zip" a -bso0 -bsp0 zpk.7z Demo
+    "$seven_zip" a -bso0 -bsp0 zsk.7z Night
+}
+
+# before_command KIND PATH: what an installation prints until the command is run.
+before_command() {
+    beginning x "$2"
+    printf 'DEBUG:: %s Installer Mode from Console\nDEBUG:: Install %s (%s)\n' "$1" "$1" "$2"
+}
+
+# installs PATH FOLDER: the package at PATH goes to the FOLDER that `answers` choose, and nowhere
+# else; the archiver's output comes at the end.
+installs() {
+    local path=$1 folder=$2 safe=$1 options='' kind=ZPK content=Demo
+    [[ $path == *[*?]* ]] && options=' -spd'
+    [[ $path != [-@]* ]] || safe=./$path
+    [[ ${path,,} == *.zpk ]] || { kind=ZSK && content=Night; }
+    cp "${kind,,}.7z" "$safe"
+    remember
+    start 0 "${environment[@]}" "$quiver" x "$path"
+    {
+        before_command $kind "$path"
+        printf "DEBUG:: Exec command ( %s x -y '%s' -o%s%s )\n" \
+            "$seven_zip" "$safe" "$work/$folder" "$options"
+        echo 'DEBUG:: Command executed returned 0'
+        "$seven_zip" x -y -spd "$safe" -oelsewhere </dev/null
+    } | same out
+    only_changed " \./${folder#root/}/"
+    diff -r $content "$folder/$content" || complain "the files of $path"
+    has err " ${path##*/}"
+    if [[ $kind == ZPK ]]; then
+        [[ $("$folder/Demo/demo") == 'it runs' ]] || complain "no program from $path"
+    else
+        [[ ! -x $folder/Night/skin.ini ]] || complain "the skin $path is executable"
+    fi
+    rm -r "${folder:?}/$content" "$safe"
+}
+
+# The other applications of the chosen folder become executable, too, but no skins.
+check_places() {
+    touch {$apps,$card_apps,$skins}/other
+    answers=$'y\n1\n'
+    installs a.zpk $apps
+    [[ -x $apps/other && ! -x $card_apps/other ]] || complain 'what was made executable'
+    installs a.zsk $skins
+    [[ ! -x $skins/other ]] || complain 'a skin was made executable'
+    answers=$'maybe\nYES\n0\n4\ntwo\n2\n'
+    installs a.zpk $card_apps
+    installs a.zsk $card_skins
+    answers=$' Y \r\n 3 \r\n'
+    installs a.ZsK $ext_skins
+    has err $'Install skin\nInstall this skin? a.ZsK\n'
+    has err $'1. Phone memory\n2. Memory card\n3. Card, second partition\n1-3: Success\nDone.'
+}
+
+check_names() {
+    local name
+    answers=$'y\n1\n'
+    for name in A.ZPK 'a b  c.zPk' Пакет.zpk '%1 %2 %3 %s.zpk' '$(touch touched).zpk' \
+        '`touch touched`;touch touched;.zpk' $'line\nend.zpk' 'a "quoted" name.zpk' '\a\n\.zpk' \
+        '#&|<>!~{}[a].zpk' $'not utf-8 \xff.zpk' .zpk -oa.zpk @a.zpk "$work/absolute path.zpk"; do
+        installs "$name" $apps
+    done
+    has err 'Install %1? absolute path.zpk'
+    for environment in 'env -u LC_ALL' 'env -u LC_ALL LANG=C' 'env LC_ALL=POSIX'; do
+        environment=($environment)
+        installs Пакет.zpk $apps
+    done
+    environment=()
+
+    # The archiver would take these for patterns and unpack what lies beside them, too.
+    mkdir Other
+    "$seven_zip" a -bso0 -bsp0 beside.zpk Other
+    installs 'b*.zpk' $apps
+    installs '?eside.zpk' $apps
+
+    name="it's.zpk; touch touched"
+    cp zpk.7z "$name.zpk"
+    remember
+    start 0 "$quiver" x "$name.zpk"
+    before_command ZPK "$name.zpk" | same out
+    has err $'Error\nThe name contains a single quote'
+    only_changed
+    [[ ! -e touched ]] || complain 'a shell has read a name'
+}
+
+# refuses FILE ANSWERS...: nothing is installed with any of them.
+refuses() {
+    local file=$1 kind=ZPK
+    [[ $file == *.zpk ]] || kind=ZSK
+    shift
+    for answers; do
+        start 0 "$quiver" x "$file"
+        before_command $kind "$file" | if [[ $answers == y* ]]; then cat; else sed '$d'; fi | same out
+        only_changed
+    done
+}
+
+check_refusals() {
+    cp zpk.7z a.zpk
+    cp zsk.7z a.zsk
+    remember
+    refuses a.zpk '' $'n\n' No $'\n\n' $'maybe\n1\nn\ny\n1\n' y $'y\n' $'y\n\n1\n' $'y\n3\n' $'y\n0\n-1\n1.5\n99999999999\n'
+    refuses a.zsk '' $'no\n' y $'y\n\n' $'y\n4\n'
+
+    # What is not mounted is not offered.
+    echo '/dev/mmca1 /mmc/mmca1 vfat rw 0 0' >root/etc/mtab
+    storage_lines='DEBUG:: SD exists'
+    remember
+    refuses a.zsk $'y\n3\n'
+    : >root/etc/mtab
+    storage_lines="DEBUG:: SD doesn't exist"
+    remember
+    refuses a.zpk $'y\n2\n'
+    refuses a.zsk $'y\n2\n'
+    answers=$'y\n1\n'
+    installs b.zpk $apps
+}
+
+# The questions are in the phone's language, and so may be the answers.
+check_language() {
+    sed -i 's/^LanguageType = .*/LanguageType = de_AT/' \
+        root/ezx_user/download/appwrite/setup/ezx_system.cfg
+    language_lines() {
+        printf "DEBUG:: Current LanguageType : 'de_AT'\n"
+        printf "DEBUG:: Checking for lng file : '%s'\n" "$app_path"/quiver_de{_AT,}.lng
+    }
+    answers=$'ja\n1\n'
+    installs a.zsk $skins
+    has err "$(sed -n 's/^POP_INSTALL_ZSK_CONFIRM_TEXT = //p' "$app_path/quiver_de.lng") a.zsk"
+}
+
+make_packages
+new_phone
+check_places
+check_names
+check_refusals
+check_language
+[[ $failures == 0 ]]

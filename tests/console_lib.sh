@@ -1,0 +1,94 @@
+# Sourced by the console tests, which are called as NAME.sh BUILD-FOLDER 7Z: starts the program
+# without a display and looks at all that it leaves behind.
+set -euo pipefail
+umask 022
+unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM QUIVER_ROOT QUIVER_SCALE LANG
+export LC_ALL=C.UTF-8 XDG_RUNTIME_DIR=/nonexistent
+build=$1
+seven_zip=$2
+repository=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
+quiver=$build/bin/quiver
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work"
+failures=0
+answers= # what is typed
+
+complain() {
+    printf 'FAILED: %s\n' "$*"
+    failures=$((failures + 1))
+}
+
+# start STATUS COMMAND...: the command ends so. Its outputs are in the files `out`, which it sees as
+# a pipe, and `err`; `said` is its command line.
+start() {
+    local status=0 wanted=$1
+    shift
+    said=${*@Q}
+    printf %s "$answers" >in
+    timeout -k 5 100 "$@" <in 2>err | cat >out || status=${PIPESTATUS[0]}
+    [[ $status =~ ^($wanted)$ ]] || complain "status $status instead of $wanted: $said$(tail -n 20 out err)"
+}
+
+# same FILE: its whole content is what comes on standard input.
+same() {
+    diff -a - "$1" >difference || complain "unexpected (>) or missing (<) in $1 of $said: $(<difference)"
+}
+
+# has FILE TEXT: the text is in the file.
+has() {
+    [[ $(tr -d '\0' <"$1") == *"$2"* ]] || complain "no \"$2\" in $1 of $said: $(tail -n 20 "$1")"
+}
+
+# A phone with a card, nothing installed, and a database.
+new_phone() {
+    rm -rf root
+    "$repository/scripts/phone" new "$work/root" --bare
+    export QUIVER_ROOT=$work/root
+    "$quiver" --install >out
+}
+
+# Everything in the phone: kind, mode and name, and the files' contents.
+listing() {
+    (cd root && find . -printf '%M %p %l\n' && find . -type f -exec sha256sum {} +) | LC_ALL=C sort
+}
+
+remember() {
+    listing >before
+}
+
+# Nothing in the phone has changed since `remember`, apart from lines that match $1.
+only_changed() {
+    listing | diff -a before - | grep -a '^[<>]' | grep -avE -- "${1:-^$}" >difference || return 0
+    complain "the phone has changed after $said: $(<difference)"
+}
+
+# The parts of the output of every start, each to be set by a test that changes it.
+storage_lines='DEBUG:: SD exists
+DEBUG:: SD extended partition exists'
+database_lines='Application Database Opened'
+app_path=$build/bin
+
+language_lines() {
+    printf "DEBUG:: Current LanguageType : 'en'\nDEBUG:: Checking for lng file : '%s'\n" \
+        "$app_path/quiver_en.lng"
+}
+
+custom_lines() {
+    printf 'DEBUG:: Checking for Customization file: %s\n' "$app_path/quiver.custom"
+    echo 'DEBUG:: Customization file found. Loading custom parameters'
+    echo "DEBUG:: UNPACK_TOOLS::BIN_FULLPATH : '$seven_zip'"
+}
+
+# All that is printed before an option or a package is acted upon: beginning ARGUMENT...
+beginning() {
+    printf 'DEBUG:: App Name : quiver\nDEBUG:: App Path : %s\n' "$app_path"
+    printf '%s\n' "$storage_lines" "$database_lines"
+    language_lines
+    custom_lines
+    echo 'DEBUG:: Checking Parameters'
+    local i=0 argument
+    for argument; do
+        printf '\tParametro [%d] = %s\n' $((i += 1)) "$argument"
+    done
+}
