@@ -24,6 +24,7 @@ Palette lightPalette() {
             .accent = QColor(0xF2A541),
             .disabledText = QColor(0x767D8E),
             .line = QColor(0xE1E6F0),
+            .header = QColor(0xF4F6FB),
             .button = QColor(0xE1E6F0),
             .glyph = QColor(0x5A6275),
             .dim = QColor(0x1B, 0x1F, 0x2A, 148)};
@@ -36,6 +37,7 @@ Palette darkPalette() {
     dark.secondaryText = QColor(0xA6AFC3);
     dark.disabledText = QColor(0x7E869A);
     dark.line = QColor(0x2B3242);
+    dark.header = QColor(0x1C2130);
     dark.button = QColor(0x2B3242);
     dark.dim = QColor(0x00, 0x00, 0x00, 160);
     return dark;

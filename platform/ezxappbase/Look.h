@@ -23,6 +23,7 @@ struct Palette {
     QColor accent;
     QColor disabledText;
     QColor line;
+    QColor header; ///< ground of a row that tells what the rows below it are
     QColor button;
     QColor glyph; ///< the one colour of icons that are repainted in the colour of their text
     QColor dim;   ///< laid over the screen below a popup

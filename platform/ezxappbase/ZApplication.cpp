@@ -80,4 +80,6 @@ bool ZApplication::hasDisplay() {
 
 void ZApplication::setMainWidget(QWidget* widget) {
     ZScreen::instance().setMainWidget(widget);
+    ZScreen::instance().present();
+    widget->setFocus();
 }

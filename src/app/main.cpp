@@ -8,6 +8,7 @@
 #include "paths.h"
 #include "settings.h"
 #include "storage.h"
+#include "zBaseGUI.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -58,7 +59,15 @@ int main(int argc, char** argv) {
         return 0;
     loadAppRegistry(false);
     puts("DEBUG:: Register Load DONE");
+    if (!ZApplication::hasDisplay()) {
+        fputs("quiver: there is no display for the window\n", stderr);
+        return 1;
+    }
+    auto window = std::make_unique<zBaseGUI>();
+    application->setMainWidget(window.get());
+    const int result = application->exec();
+    window.reset();
     application.reset();
     closeAppDb();
-    return 0;
+    return result;
 }

@@ -16,6 +16,7 @@ inline const QString database = "/ezxlocal/quiver/AppMan.db";
 
 inline const QString cardMount = "/mmc/mmca1";
 inline const QString extMount = "/mmc/mmcb1";
+inline const QString phoneFiles = "/ezxlocal/download/mystuff";
 inline const QString phoneApps = "/ezxlocal/download/mystuff/quiver";
 inline const QString cardApps = "/mmc/mmca1/quiver";
 inline const QString phoneSkins = "/ezxlocal/download/mystuff/skins";

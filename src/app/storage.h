@@ -5,6 +5,10 @@
 /// Where an application lies, as it is kept in the database.
 enum StorageLocation { phoneMemory = 0, memoryCard = 1 };
 
+/// Where an application is saved as a package: phone, card, or the folder that the package browser
+/// shows.
+enum SAVE_LOCATION { SAVE_PH = 0, SAVE_SD = 1, SAVE_FM = 2 };
+
 /// The memory card, and its extended partition, were mounted when the program started.
 inline bool SdPresent = false;
 inline bool SdExtPresent = false;

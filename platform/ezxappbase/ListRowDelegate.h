@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QStyledItemDelegate>
+
+class ZListBox;
+class ZListBoxItem;
+
+/// Paints the rows of a list box.
+class ListRowDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+
+public:
+    explicit ListRowDelegate(ZListBox* box);
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+    /// Pixels of the row's name that do not fit; 0 where all of it does.
+    int hiddenNameWidth(const ZListBox* box, const QModelIndex& index) const;
+
+private:
+    void paintHeader(QPainter& painter, const QRect& row, const ZListBoxItem& item) const;
+    void paintIcon(QPainter& painter, const QRect& row, const ZListBoxItem& item,
+                   bool focused) const;
+    void paintLines(QPainter& painter, const QRect& row, const ZListBoxItem& item,
+                    bool focused) const;
+    QRect textPlace(const QRect& row) const;
+
+    const ZListBox* m_box;
+};
+
+/// Paints an icon, a heading and a hint in the middle of `place`, for a list with nothing to show.
+void paintEmptyNotice(QPainter& painter, const QRect& place, const QPixmap& icon,
+                      const QString& heading, const QString& hint);

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QPixmap>
+#include <QString>
+
+/// The picture in the file at `path` (of the machine), made to fit a square of `size` logical
+/// pixels, sharp on the screen in use. Empty where there is none that can be shown: the file is
+/// missing, not a regular one, over 4 MiB, broken, or of more than 4096 pixels a side.
+QPixmap loadPicture(const QString& path, int size);

@@ -1,0 +1,32 @@
+#include "RegularFile.h"
+
+#include "Bytes.h"
+
+#include <QFile>
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+int openRegularFile(const QString& path) {
+    const int descriptor = open(toBytes(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    struct stat info = {};
+    if (descriptor < 0 || (fstat(descriptor, &info) == 0 && S_ISREG(info.st_mode)))
+        return descriptor;
+    close(descriptor);
+    errno = EINVAL;
+    return -1;
+}
+
+bool readRegularFile(const QString& path, qint64 limit, QByteArray& content) {
+    const int descriptor = openRegularFile(path);
+    QFile file;
+    if (descriptor < 0 ||
+        !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle) ||
+        file.size() > limit)
+        return false;
+    content = file.readAll();
+    return file.error() == QFileDevice::NoError;
+}

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "ZListBoxItem.h"
+
+#include <QListView>
+#include <QTimer>
+
+class QStandardItemModel;
+
+/// A list of rows, moved through by keys, wheel and finger. A disabled row is a header that the
+/// highlight steps over.
+class ZListBox : public QListView {
+    Q_OBJECT
+
+public:
+    /// `itemLayout` names the columns of a row: "%C" a check box, "%I" an icon, "%M" lines of text.
+    /// `skinClass` is the phone's own.
+    ZListBox(const QString& itemLayout, QWidget* parent, int skinClass);
+
+    /// For the rows that are made from then on.
+    void setItemLayout(const QString& itemLayout);
+
+    bool hasCheckBoxes() const { return m_layout.startsWith("%C"); }
+
+    int iconColumn() const { return hasCheckBoxes() ? 1 : 0; }
+
+    int textColumn() const { return iconColumn() + 1; }
+
+    /// Lower rows with smaller icons, for long lists of files.
+    void setCompact(bool compact);
+
+    bool isCompact() const { return m_compact; }
+
+    /// Takes `item` into the list at `index`, at the end where it is -1.
+    void insertItem(ZListBoxItem* item, int index);
+    void removeItem(int index);
+    void clear();
+    int count() const;
+
+    /// The row at `index`; null where there is none.
+    ZListBoxItem* item(int index) const;
+
+    /// The highlighted row, -1 where there is none.
+    int currentItem() const;
+    void setCurrentItem(int index);
+
+    /// What the list says in its middle while it has no more than `rows` rows.
+    void setEmptyNotice(const QPixmap& icon, const QString& heading, const QString& hint, int rows);
+
+    /// Pixels by which the highlighted row's name has moved to the left, to show all of it.
+    int nameOffset() const { return m_nameOffset; }
+
+signals:
+    /// The highlight moved to the row `index`.
+    void highlighted(int index);
+    /// The row `index` was chosen by key or touch; its check box has been toggled by then.
+    void selected(int index);
+    /// The check box of a row changed.
+    void checksChanged();
+
+protected:
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void choose(const QModelIndex& index);
+    bool moveHighlight(QKeyEvent* event);
+    int nextEnabled(int from, int step) const;
+    void scrollName();
+    void startNameScroll();
+
+    QStandardItemModel* m_model;
+    QString m_layout;
+    bool m_compact = false;
+    int m_repeats = 0;
+    int m_nameOffset = 0;
+    int m_nameHold = 0;
+    QTimer m_nameTimer;
+    QPersistentModelIndex m_pressed;
+    QPixmap m_emptyIcon;
+    QString m_emptyHeading;
+    QString m_emptyHint;
+    int m_emptyRows = -1;
+};

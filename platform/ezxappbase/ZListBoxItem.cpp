@@ -1,0 +1,72 @@
+#include "ZListBoxItem.h"
+
+#include "PictureFile.h"
+#include "ZListBox.h"
+
+ZListBoxItem::ZListBoxItem(const ZListBox* box) {
+    setEditable(false);
+    if (box->hasCheckBoxes()) {
+        setCheckable(true);
+        setChecked(false);
+    }
+}
+
+ZListBoxItem::Column& ZListBoxItem::column(int index) {
+    if (m_columns.size() <= index)
+        m_columns.resize(index + 1);
+    return m_columns[index];
+}
+
+void ZListBoxItem::setPixmap(int index, const QPixmap& icon) {
+    column(index).icon = icon;
+    emitDataChanged();
+}
+
+void ZListBoxItem::setPixmapFile(int index, const QString& path) {
+    column(index).iconFile = path;
+    emitDataChanged();
+}
+
+QPixmap ZListBoxItem::pixmap(int index, int size) const {
+    if (index >= m_columns.size())
+        return QPixmap();
+    Column& column = m_columns[index];
+    if (!column.iconFile.isEmpty()) {
+        column.icon = loadPicture(column.iconFile, size);
+        column.iconFile.clear();
+    }
+    return column.icon;
+}
+
+void ZListBoxItem::appendSubItem(int index, const ZListItem& line) {
+    column(index).lines.append(line);
+    linesChanged();
+}
+
+void ZListBoxItem::setSubItem(int index, const ZListItem& line) {
+    QList<ZListItem>& lines = column(index).lines;
+    if (lines.isEmpty())
+        lines.append(line);
+    else
+        lines.first() = line;
+    linesChanged();
+}
+
+QString ZListBoxItem::subItemText(int index) const {
+    const QList<ZListItem> lines = subItems(index);
+    return lines.isEmpty() ? QString() : lines.first().text;
+}
+
+QList<ZListItem> ZListBoxItem::subItems(int index) const {
+    return index < m_columns.size() ? m_columns.at(index).lines : QList<ZListItem>();
+}
+
+/// The row's whole text is what a screen reader says and what typing a letter searches.
+void ZListBoxItem::linesChanged() {
+    QStringList texts;
+    for (const Column& column : std::as_const(m_columns)) {
+        for (const ZListItem& line : column.lines)
+            texts.append(line.text.isEmpty() ? line.secondText : line.text);
+    }
+    setText(texts.join(", "));
+}

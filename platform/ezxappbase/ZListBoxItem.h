@@ -1,0 +1,49 @@
+#pragma once
+
+#include "ZListItem.h"
+
+#include <QList>
+#include <QStandardItem>
+
+class ZListBox;
+
+/// One row of a list, in columns as the list's item layout says: a check box, an icon, lines of
+/// text.
+class ZListBoxItem : public QStandardItem {
+public:
+    /// A row for `box`, of the layout that the box has then; it is not in the list yet.
+    explicit ZListBoxItem(const ZListBox* box);
+
+    void setPixmap(int column, const QPixmap& icon);
+
+    /// The icon is read from the file at `path` (of the machine) when the row is first painted.
+    void setPixmapFile(int column, const QString& path);
+
+    /// The icon of `column`, `size` pixels square; it may be empty.
+    QPixmap pixmap(int column, int size) const;
+
+    void appendSubItem(int column, const ZListItem& line);
+
+    /// Replaces the first line of `column`.
+    void setSubItem(int column, const ZListItem& line);
+
+    /// The text of the first line of `column`, empty where there is none.
+    QString subItemText(int column) const;
+    QList<ZListItem> subItems(int column) const;
+
+    bool isChecked() const { return checkState() == Qt::Checked; }
+
+    void setChecked(bool checked) { setCheckState(checked ? Qt::Checked : Qt::Unchecked); }
+
+private:
+    struct Column {
+        QPixmap icon;
+        QString iconFile;
+        QList<ZListItem> lines;
+    };
+
+    Column& column(int index);
+    void linesChanged();
+
+    mutable QList<Column> m_columns;
+};

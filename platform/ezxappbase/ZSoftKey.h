@@ -1,0 +1,41 @@
+#pragma once
+
+#include "SoftKeyBar.h"
+
+#include <QPointer>
+
+class ZOptionsMenu;
+
+/// The soft keys of a window: the left one opens an options menu, the right one does one thing.
+class ZSoftKey : public SoftKeyBar {
+    Q_OBJECT
+
+public:
+    enum Key { Left, Right };
+
+    /// `styleName` names a style of the phone; there is one here. `receiver` gets
+    /// `setClickedSlot`'s calls.
+    ZSoftKey(const QString& styleName, QWidget* parent, QObject* receiver);
+
+    void setText(Key key, const QString& text);
+
+    /// The left text while the options menu is hidden, and both texts while it is shown.
+    void setTextForOptMenuHide(const QString& left);
+    void setTextForOptMenuShow(const QString& left, const QString& right);
+
+    /// The menu that the left key opens; it goes to the screen and stays the caller's to keep.
+    void setOptMenu(ZOptionsMenu* menu);
+    ZOptionsMenu* optMenu() const;
+
+    /// The slot of the receiver that a press of the right key calls.
+    void setClickedSlot(const char* slot);
+
+    void pressLeft();
+    void pressRight();
+
+private:
+    QObject* m_receiver;
+    QPointer<ZOptionsMenu> m_menu;
+    QString m_leftWhileShown;
+    QString m_rightWhileShown;
+};

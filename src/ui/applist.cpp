@@ -1,0 +1,139 @@
+#include "Bytes.h"
+#include "PhoneRoot.h"
+#include "ZListBox.h"
+#include "ZNavTabWidget.h"
+#include "ZOptionsMenu.h"
+#include "discovery.h"
+#include "language.h"
+#include "zBaseGUI.h"
+
+#include <sys/stat.h>
+
+namespace {
+
+constexpr int textWidth = 50;
+constexpr int showPriority = 2;
+constexpr int emptyIcon = 64;
+
+bool isChecked(const ZOptionsMenu* menu, int id) {
+    constexpr int wanted = ZOptionsMenu::CheckItem | ZOptionsMenu::CheckedItem;
+    return (menu->itemState(id) & wanted) == wanted;
+}
+
+bool isFile(const QString& path) {
+    struct stat info = {};
+    return stat(toBytes(path).constData(), &info) == 0 && !S_ISDIR(info.st_mode);
+}
+
+} // namespace
+
+bool zBaseGUI::ViewFilter::shows(const ZPK_App& app) const {
+    if (app.location == memoryCard && !card)
+        return false;
+    if (app.location == phoneMemory && !phone)
+        return false;
+    return !registeredOnly || app.registeredInMenu;
+}
+
+zBaseGUI::ViewFilter zBaseGUI::viewFilter() {
+    const ZOptionsMenu* menu = getViewMenu();
+    return {isChecked(menu, 0), isChecked(menu, 1), isChecked(menu, 2)};
+}
+
+bool zBaseGUI::refreshList(bool showProgress) {
+    setBusy(true);
+    if (showProgress) {
+        setMainWidgetTitle(::tr("TXT_LOADING"));
+        discoverApps();
+    }
+    setMainWidgetTitle(::tr("TXT_REFRESHING"));
+    m_appList->clear();
+    const ViewFilter filter = viewFilter();
+    for (const auto& [key, app] : AppMap) {
+        if (filter.shows(*app))
+            appendApp(*app);
+    }
+    enableMainMenu();
+    showEmptyNotice();
+    showCheckedCount();
+    if (m_appList->count() > 0)
+        m_appList->setCurrentItem(0);
+    if (m_tabs->currentPageIndex() == 0)
+        m_appList->viewport()->update();
+    setBusy(false);
+    setMainWidgetTitle("Quiver");
+    return true;
+}
+
+void zBaseGUI::appendApp(const ZPK_App& app) {
+    auto* item = new ZListBoxItem(m_appList);
+    const QString icon = hostPath(app.path + '/' + app.icon);
+    if (isFile(icon))
+        item->setPixmapFile(m_appList->iconColumn(), icon);
+    else
+        item->setPixmap(m_appList->iconColumn(), m_icons.getIcon("yes_no_pop.bmp"));
+
+    const char* place =
+        app.location == phoneMemory ? "ctact_mobile_tab.bmp" : "fm_memory_card_tab.bmp";
+    const QPixmap placeIcon = m_icons.getIcon(place, Measure::markerIcon);
+    const QPixmap menuIcon =
+        app.registeredInMenu ? m_icons.getIcon("cli_ptt_favorite_small.bmp", Measure::markerIcon)
+                             : QPixmap();
+    const int column = m_appList->textColumn();
+    item->appendSubItem(column, {app.name, QString(), placeIcon, textWidth, showPriority});
+    item->appendSubItem(column, {QString(), app.author, menuIcon, textWidth, showPriority});
+    m_appList->insertItem(item, -1);
+}
+
+/// Refresh and about stay as they are; the view stays in reach when its filters hide every row.
+void zBaseGUI::enableMainMenu() {
+    constexpr int move = 0;
+    constexpr int view = 6;
+    constexpr int multiSelect = 7;
+    const bool nonEmpty = m_appList->count() > 0;
+    ZOptionsMenu* menu = getMainMenu();
+    menu->setItemEnabled(move, nonEmpty && SdPresent);
+    for (int id = move + 1; id <= multiSelect; ++id)
+        menu->setItemEnabled(id, nonEmpty);
+    menu->setItemEnabled(view, !AppMap.empty());
+}
+
+void zBaseGUI::showEmptyNotice() {
+    const bool hidden = !AppMap.empty();
+    m_appList->setEmptyNotice(m_icons.getIcon("Mpkgbox_Big.g", emptyIcon),
+                              ::tr(hidden ? "TXT_ALL_HIDDEN" : "TXT_NO_APPS"),
+                              ::tr(hidden ? "TXT_ALL_HIDDEN_HINT" : "TXT_NO_APPS_HINT"), 0);
+}
+
+void zBaseGUI::showCheckedCount() {
+    int checked = 0;
+    for (int row = 0; row < m_appList->count(); ++row)
+        checked += m_appList->item(row)->isChecked() ? 1 : 0;
+    setTitleBadge(m_multiSelect ? QString::number(checked) : QString());
+}
+
+ZPK_App* zBaseGUI::getApp(int row) {
+    const ViewFilter filter = viewFilter();
+    int visible = 0;
+    for (const auto& [key, app] : AppMap) {
+        if (filter.shows(*app) && visible++ == row)
+            return app.get();
+    }
+    return nullptr;
+}
+
+ZPK_App* zBaseGUI::currentApp() {
+    return getApp(m_appList->currentItem());
+}
+
+void zBaseGUI::mainSubOptM_ViewSDPH() {
+    refreshList(false);
+}
+
+void zBaseGUI::mainSubOptM_ViewRegistered() {
+    refreshList(false);
+}
+
+void zBaseGUI::mainOptM_Refresh() {
+    refreshList(true);
+}

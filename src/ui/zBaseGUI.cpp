@@ -1,0 +1,81 @@
+#include "zBaseGUI.h"
+
+#include "ZGlobal.h"
+#include "ZListBox.h"
+#include "ZNavTabWidget.h"
+#include "ZPopup.h"
+#include "ZSoftKey.h"
+#include "dialogs.h"
+#include "language.h"
+#include "paths.h"
+
+#include <QScrollBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int scrollStep = 20;
+constexpr int tabSkin = 63;
+constexpr int listSkin = 40;
+constexpr int firstRefreshDelay = 10; // ms; the empty window is on the screen by then
+const QString packageIcon = "Mpkgbox_Small.g";
+
+} // namespace
+
+zBaseGUI::zBaseGUI() : ZKbMainWidget(nullptr, nullptr, 0) {
+    puts("DEBUG:: zBaseGUI Contructor");
+    m_pleaseWait = makePleaseWait();
+    setMainWidgetTitle("Quiver");
+    setTitleIcon(m_icons.getIcon(packageIcon, Measure::titleIcon));
+
+    m_tabs = new ZNavTabWidget(this, tabSkin);
+    m_tabs->setGeometry(QRect(m_tabs->mapFromGlobal(ZGlobal::getContentR().topLeft()),
+                              ZGlobal::getContentR().size()));
+    m_tabs->stopNextWhenKeyRepeat(false);
+    getVBoxLayout()->addWidget(m_tabs);
+    m_appList = addListPage("fm_small.bmp", tr("all"));
+    m_packageList = addListPage(packageIcon, tr("zpk"));
+    m_packageList->setCompact(true);
+
+    connect(m_tabs, &ZNavTabWidget::selected, this, &zBaseGUI::tabSelected);
+    connect(m_appList, &ZListBox::selected, this, &zBaseGUI::app_selected);
+    connect(m_packageList, &ZListBox::highlighted, this, &zBaseGUI::zpk_highlighted);
+    connect(m_packageList, &ZListBox::selected, this, &zBaseGUI::zpk_selected);
+    connect(m_appList, &ZListBox::checksChanged, this, &zBaseGUI::showCheckedCount);
+    setSoftKey(getSoftKey());
+    setFocusProxy(m_appList);
+    QTimer::singleShot(firstRefreshDelay, this, &zBaseGUI::firstRefresh);
+    puts("DEBUG:: zBaseGUI Contructor - End");
+}
+
+zBaseGUI::~zBaseGUI() {
+    puts("DEBUG:: zBaseGUI Destructor");
+}
+
+ZListBox* zBaseGUI::addListPage(const QString& iconName, const QString& label) {
+    auto* list = new ZListBox("%I%M", m_tabs, listSkin);
+    list->setAccessibleName(label);
+    list->verticalScrollBar()->setSingleStep(getStepInScrollPanel());
+    m_tabs->addTab(list, m_icons.getIcon(iconName, Measure::tabIcon), label);
+    return list;
+}
+
+int zBaseGUI::getStepInScrollPanel() const {
+    return scrollStep;
+}
+
+bool zBaseGUI::showToolBar() const {
+    return false;
+}
+
+QSize zBaseGUI::sizeHint() const {
+    return geometry().size();
+}
+
+void zBaseGUI::firstRefresh() {
+    loadFolder(SdPresent ? Path::cardMount : Path::phoneFiles);
+    refreshList(true);
+}

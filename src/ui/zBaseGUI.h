@@ -1,0 +1,130 @@
+#pragma once
+
+#include "RES_ICON_Reader.h"
+#include "ZKbMainWidget.h"
+#include "storage.h"
+
+#include <memory>
+
+class ZListBox;
+class ZNavTabWidget;
+class ZOptionsMenu;
+class ZPopup;
+class ZSoftKey;
+struct FolderEntry;
+struct ZPK_App;
+
+/// The main window: the list of applications and the package browser, with their options menus.
+/// Every user action is a slot, which asks, calls one operation and brings the list up to date. The
+/// slots are spread over the files of this folder by subject.
+class zBaseGUI : public ZKbMainWidget {
+    Q_OBJECT
+
+public:
+    zBaseGUI();
+    ~zBaseGUI() override;
+
+    int getStepInScrollPanel() const override;
+    bool showToolBar() const override;
+    QSize sizeHint() const override;
+
+    /// The soft keys and menus, made when they are first asked for.
+    ZSoftKey* getSoftKey();
+    ZOptionsMenu* getMainMenu();
+    ZOptionsMenu* getPackageMenu();
+    ZOptionsMenu* getMultiSelectMenu();
+    ZOptionsMenu* getSaveAsMenu();
+    ZOptionsMenu* getViewMenu();
+
+    /// The menu of the tab in front.
+    ZOptionsMenu* getCurrentMenu();
+
+    /// Fills the application list from `AppMap`; with `showProgress` after a new discovery, with
+    /// the loading notice in the title. Always true.
+    bool refreshList(bool showProgress);
+
+    /// The application shown at `row` under the view filters of this moment; null where there is
+    /// none.
+    ZPK_App* getApp(int row);
+
+    /// The application of the highlighted row; null where there is none.
+    ZPK_App* currentApp();
+
+    /// Shows a folder (absolute, or relative to the one on the screen) in the package browser; an
+    /// empty `path` lists the one on the screen again.
+    void loadFolder(const QString& path);
+
+    ZListBox* appList() const { return m_appList; }
+
+    ZListBox* packageList() const { return m_packageList; }
+
+    ZNavTabWidget* tabWidget() const { return m_tabs; }
+
+public slots:
+    void quit();
+    void firstRefresh();
+    void tabSelected(const QString& label);
+    void app_selected(int row);
+    void zpk_highlighted(int row);
+    void zpk_selected(int row);
+    void zpkOptM_Install();
+    void zpkOptM_GoToSD();
+    void zpkOptM_GoToPH();
+    void zpkOptM_ShowAll();
+    void mainOptM_Move();
+    void mainOptM_Rename();
+    void mainOptM_Delete();
+    void mainOptMMS_Move();
+    void mainOptMMS_Delete();
+    void mainOptMMS_SelectAll();
+    void mainOptMMS_UnselectAll();
+    void mainOptM_Properties();
+    void mainOptM_RegisterAppMenu();
+    void mainSubOptM_SaveAs_PH();
+    void mainSubOptM_SaveAs_SD();
+    void mainSubOptM_SaveAs_FM();
+    void mainSubOptM_ViewSDPH();
+    void mainSubOptM_ViewRegistered();
+    void mainOptM_MultiSelect();
+    void mainOptM_Refresh();
+    void OptM_About();
+    void cmd_InstallZPK();
+    void cmd_Move(ZPK_App* app, int row);
+    void cmd_MultiMove();
+    void cmd_Delete(ZPK_App* app);
+    void cmd_MultiDelete();
+    void cmd_SaveAs(ZPK_App* app, SAVE_LOCATION where);
+
+private:
+    /// The view submenu's check entries, read afresh each time.
+    struct ViewFilter {
+        bool card;
+        bool phone;
+        bool registeredOnly;
+
+        bool shows(const ZPK_App& app) const;
+    };
+
+    ZListBox* addListPage(const QString& iconName, const QString& label);
+    ViewFilter viewFilter();
+    void appendApp(const ZPK_App& app);
+    void enableMainMenu();
+    void showEmptyNotice();
+    void showCheckedCount();
+    void appendEntry(const FolderEntry& entry);
+    void confirmInstall();
+
+    RES_ICON_Reader m_icons;
+    ZNavTabWidget* m_tabs = nullptr;
+    ZSoftKey* m_softKey = nullptr;
+    ZOptionsMenu* m_mainMenu = nullptr;
+    ZOptionsMenu* m_multiSelectMenu = nullptr;
+    ZOptionsMenu* m_viewMenu = nullptr;
+    ZOptionsMenu* m_saveAsMenu = nullptr;
+    ZOptionsMenu* m_packageMenu = nullptr;
+    ZListBox* m_appList = nullptr;
+    ZListBox* m_packageList = nullptr;
+    std::unique_ptr<ZPopup> m_pleaseWait;
+    bool m_multiSelect = false;
+    bool m_installPending = false;
+};

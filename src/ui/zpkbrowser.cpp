@@ -1,0 +1,132 @@
+#include "PhoneRoot.h"
+#include "ZListBox.h"
+#include "ZOptionsMenu.h"
+#include "ZPopup.h"
+#include "browser.h"
+#include "dialogs.h"
+#include "install.h"
+#include "language.h"
+#include "paths.h"
+#include "zBaseGUI.h"
+
+#include <QTimer>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int textColumn = 1;
+constexpr int pathRow = 0;
+constexpr int parentRow = 1;
+constexpr int installEntry = 0;
+constexpr int showAllEntry = 1;
+constexpr int installDelay = 10; // ms; the question has left the screen by then
+constexpr int emptyIcon = 64;
+
+QString nameAt(const ZListBox* list, int row) {
+    const ZListBoxItem* item = list->item(row);
+    return item ? item->subItemText(textColumn) : QString();
+}
+
+} // namespace
+
+void zBaseGUI::loadFolder(const QString& path) {
+    setBusy(true);
+    if (!path.isEmpty())
+        enterFolder(path);
+    m_packageList->clear();
+    setMainWidgetTitle(::tr("TXT_LOADING"));
+    constexpr int showAll = ZOptionsMenu::CheckItem | ZOptionsMenu::CheckedItem;
+    const QList<FolderEntry> entries =
+        listFolder((getPackageMenu()->itemState(showAllEntry) & showAll) == showAll);
+    setMainWidgetTitle(::tr("TXT_REFRESHING"));
+
+    auto* header = new ZListBoxItem(m_packageList);
+    header->setEnabled(false);
+    header->appendSubItem(textColumn, {.text = currentFolder()});
+    m_packageList->insertItem(header, -1);
+    auto* parent = new ZListBoxItem(m_packageList);
+    parent->setPixmap(0, m_icons.getIcon("gen_back_to_arrw_small.bmp", Measure::compactIcon));
+    parent->appendSubItem(textColumn, {.text = ".."});
+    m_packageList->insertItem(parent, -1);
+    for (const FolderEntry& entry : entries)
+        appendEntry(entry);
+
+    m_packageList->setEmptyNotice(m_icons.getIcon("Mpkgbox_Big.g", emptyIcon),
+                                  ::tr("TXT_EMPTY_FOLDER"), ::tr("TXT_EMPTY_FOLDER_HINT"),
+                                  parentRow + 1);
+    setBusy(false);
+    setMainWidgetTitle("Quiver");
+    m_packageList->setCurrentItem(parentRow);
+}
+
+void zBaseGUI::appendEntry(const FolderEntry& entry) {
+    const char* icon = entry.isFolder                ? "fm_folder_thb.bmp"
+                       : entry.name.contains(".zpk") ? "Mpkgbox_Big.g"
+                                                     : "fm_unknown_thb.bmp";
+    auto* item = new ZListBoxItem(m_packageList);
+    item->setPixmap(0, m_icons.getIcon(icon, Measure::compactIcon));
+    item->appendSubItem(textColumn, {.text = entry.name});
+    if (!entry.isFolder)
+        item->appendSubItem(textColumn, {.text = entry.size ? sizeText(*entry.size) : QString()});
+    m_packageList->insertItem(item, -1);
+}
+
+void zBaseGUI::zpk_selected(int row) {
+    const QString name = nameAt(m_packageList, row);
+    if (row == parentRow) {
+        loadFolder(name);
+        return;
+    }
+    if (row != pathRow && isFolderEntry(name)) {
+        loadFolder(name);
+        return;
+    }
+    if (row != pathRow && isPackageName(name))
+        confirmInstall();
+    printf("DEBUG:: ZPK selected index : %d\n", row);
+}
+
+void zBaseGUI::zpk_highlighted(int row) {
+    const bool isPackage = row > parentRow && isPackageName(nameAt(m_packageList, row));
+    getPackageMenu()->setItemEnabled(installEntry, isPackage);
+}
+
+void zBaseGUI::confirmInstall() {
+    const QString name = nameAt(m_packageList, m_packageList->currentItem());
+    // A second touch on the row may come in before the first installation has begun.
+    if (m_installPending ||
+        !askYesNo(::tr("POP_INSTALL_ZPK_TITLE"), ::tr("POP_INSTALL_ZPK_CONFIRM_TEXT").arg(name),
+                  "Mpkgbox_Small.g"))
+        return;
+    m_installPending = true;
+    QTimer::singleShot(installDelay, this, &zBaseGUI::cmd_InstallZPK);
+    puts("DEBUG:: Install ZPK");
+}
+
+void zBaseGUI::cmd_InstallZPK() {
+    const QString folder = nameAt(m_packageList, pathRow);
+    const QString name = nameAt(m_packageList, m_packageList->currentItem());
+    if (installZpk(hostPath(folder + '/' + name), *m_pleaseWait, m_multiSelect))
+        refreshList(true);
+    m_installPending = false;
+}
+
+void zBaseGUI::zpkOptM_Install() {
+    confirmInstall();
+}
+
+void zBaseGUI::zpkOptM_GoToSD() {
+    loadFolder(Path::cardMount);
+    puts("DEBUG:: Go to Memory Card");
+}
+
+void zBaseGUI::zpkOptM_GoToPH() {
+    loadFolder(Path::phoneFiles);
+    puts("DEBUG:: Go to Phone Memory");
+}
+
+void zBaseGUI::zpkOptM_ShowAll() {
+    loadFolder(QString());
+    puts("DEBUG:: Show All Files");
+}
