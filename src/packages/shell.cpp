@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -39,18 +40,24 @@ private:
     int m_saved;
 };
 
+/// Far more than a command prints; a folder in the log's place seems to be larger.
+constexpr long longestLog = 64 * 1024 * 1024;
+
 /// The command log as text; empty where it cannot be read.
 QString readLog() {
-    FILE* log = fopen(toBytes(hostPath(Path::commandLog)).constData(), "r");
+    const std::unique_ptr<FILE, int (*)(FILE*)> log(
+        fopen(toBytes(hostPath(Path::commandLog)).constData(), "r"), fclose);
     if (!log)
         return QString();
-    fseek(log, 0, SEEK_END);
-    const long length = ftell(log);
-    rewind(log);
-    QByteArray bytes(qMax(length, 0L), '\0');
-    const bool complete = fread(bytes.data(), 1, bytes.size(), log) == size_t(bytes.size());
-    fclose(log);
-    if (complete)
+    fseek(log.get(), 0, SEEK_END);
+    const long length = qMax(ftell(log.get()), 0L);
+    rewind(log.get());
+    if (length > longestLog) {
+        puts("DEBUG:: Error while allocating memory for log file");
+        return QString();
+    }
+    QByteArray bytes(length, '\0');
+    if (fread(bytes.data(), 1, bytes.size(), log.get()) == size_t(length))
         return fromBytes(bytes);
     puts("DEBUG:: Error while reading log file");
     return QString();
