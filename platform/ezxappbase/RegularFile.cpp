@@ -3,6 +3,7 @@
 #include "Bytes.h"
 
 #include <QFile>
+#include <QSaveFile>
 
 #include <cerrno>
 
@@ -29,4 +30,16 @@ bool readRegularFile(const QString& path, qint64 limit, QByteArray& content) {
         return false;
     content = file.readAll();
     return file.error() == QFileDevice::NoError;
+}
+
+bool replaceFile(const QString& path, const QByteArray& content) {
+    struct stat before = {};
+    const bool existed = stat(toBytes(path).constData(), &before) == 0;
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    file.write(content);
+    if (existed && fchown(file.handle(), before.st_uid, before.st_gid) == 0)
+        fchmod(file.handle(), before.st_mode & 07777);
+    return file.commit();
 }

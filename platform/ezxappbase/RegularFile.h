@@ -10,3 +10,8 @@ int openRegularFile(const QString& path);
 /// Reads the whole file at `path` into `content`. False where it is not a regular file, cannot be
 /// read to its end, or is larger than `limit` bytes.
 bool readRegularFile(const QString& path, qint64 limit, QByteArray& content);
+
+/// Puts `content` into the file at `path` (of the machine), which keeps its owner and mode:
+/// afterwards either the old content or the new one is there, whole. False where it cannot be
+/// written.
+bool replaceFile(const QString& path, const QByteArray& content);

@@ -1,14 +1,12 @@
 #include "ZConfig.h"
 
 #include "Bytes.h"
+#include "RegularFile.h"
 
 #include <QFile>
-#include <QSaveFile>
 
 #include <cerrno>
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -70,17 +68,13 @@ ZConfig::ZConfig(const QString& path, bool readOnly) : m_path(path), m_writable(
 }
 
 void ZConfig::load() {
-    const QByteArray name = toBytes(m_path);
-    // A pipe or a device in the file's place must not hold the program up.
-    const int descriptor = open(name.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int descriptor = openRegularFile(m_path);
     if (descriptor < 0) {
         m_writable = m_writable && errno == ENOENT;
         return;
     }
-    struct stat info = {};
     QFile file;
-    if (fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode) ||
-        !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+    if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
         m_writable = false;
         close(descriptor);
         return;
@@ -211,18 +205,12 @@ bool ZConfig::flush() {
         return true;
     if (!m_writable)
         return false;
-    struct stat before = {};
-    const bool existed = stat(toBytes(m_path).constData(), &before) == 0;
-    QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
+    QByteArray text;
     for (const Section& section : std::as_const(m_sections)) {
         for (const QByteArray& line : section.lines)
-            file.write(line);
+            text += line;
     }
-    if (existed && fchown(file.handle(), before.st_uid, before.st_gid) == 0)
-        fchmod(file.handle(), before.st_mode & 07777);
-    if (!file.commit())
+    if (!replaceFile(m_path, text))
         return false;
     m_changed = false;
     return true;

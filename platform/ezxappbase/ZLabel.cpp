@@ -16,5 +16,6 @@ ZLabel::ZLabel(const QString& text, QWidget* parent, const char* name, int flags
                      isNotice ? QFont::DemiBold : QFont::Normal));
     QPalette inks = palette();
     inks.setColor(QPalette::WindowText, isNotice ? colours().text : colours().secondaryText);
+    inks.setColor(QPalette::Text, colours().text);
     setPalette(inks);
 }

@@ -53,7 +53,9 @@ ZMessageDlg::ZMessageDlg(const QString& title, const QString& text, int type, in
     const QString left = asks ? platformText("SK_YES", "Yes") : platformText("SK_OK", "OK");
     const QString right = asks ? platformText("SK_NO", "No") : QString();
     setSoftKeys(left, right);
-    addButtons(left, right);
+    // A notice that is filled by its owner needs its height for that; the soft key closes it.
+    if (!text.isEmpty())
+        addButtons(left, right);
 }
 
 int ZMessageDlg::exec() {

@@ -84,6 +84,10 @@ void ZPopup::insertChild(QWidget* child, int index) {
     m_content->insertWidget(index, child);
 }
 
+void ZPopup::setContentSpacing(int spacing) {
+    m_content->setSpacing(spacing);
+}
+
 void ZPopup::setAutoDismissTime(int units) {
     m_dismissUnits = units;
 }

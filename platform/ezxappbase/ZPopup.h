@@ -29,6 +29,9 @@ public:
     /// Takes `child` into the content at `index`, at the end where `index` is -1.
     void insertChild(QWidget* child, int index);
 
+    /// The room between the children of the content.
+    void setContentSpacing(int spacing);
+
     /// From then on `exec` ends by itself after `units` of 100 ms, counted from the first time that
     /// the popup has been painted.
     void setAutoDismissTime(int units);

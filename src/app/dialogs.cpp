@@ -2,8 +2,10 @@
 
 #include "RES_ICON_Reader.h"
 #include "ZLabel.h"
+#include "ZLineEdit.h"
 #include "ZMessageDlg.h"
 #include "ZPopup.h"
+#include "ZSingleCaptureDlg.h"
 #include "ZSingleSelectDlg.h"
 #include "language.h"
 
@@ -46,6 +48,17 @@ std::optional<int> chooseOne(const QString& title, const QString& text,
     return dialog.getCheckedItemIndex();
 }
 
+std::optional<QString> askText(const QString& title, const QString& text, const QString& preset) {
+    constexpr int editClass = 39;
+    ZSingleCaptureDlg dialog(title, text, nullptr, "ZSingleCaptureDlg", true);
+    auto* edit = new ZLineEdit(preset, &dialog, editClass);
+    edit->selectAll();
+    dialog.setEditWidget(edit);
+    if (dialog.exec() == 0)
+        return std::nullopt;
+    return edit->text();
+}
+
 std::unique_ptr<ZPopup> makePleaseWait() {
     auto popup = std::make_unique<ZPopup>(1, nullptr, nullptr, true, 0, 0);
     setTitleIcon(*popup, "recur_enable_pop.bmp");
@@ -55,4 +68,10 @@ std::unique_ptr<ZPopup> makePleaseWait() {
     popup->setAutoDismissTime(1);
     popup->hide();
     return popup;
+}
+
+void showWhileWorking(ZPopup& pleaseWait) {
+    // Once painted it dismisses itself; the work that follows would not let it be painted.
+    pleaseWait.exec();
+    pleaseWait.show();
 }

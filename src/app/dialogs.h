@@ -28,6 +28,12 @@ struct Choice {
 std::optional<int> chooseOne(const QString& title, const QString& text,
                              const QList<Choice>& choices, const QString& iconName = QString());
 
-/// The notice shown while a long operation runs, hidden to begin with. `exec` puts it on the screen
-/// until it has been painted, `show` keeps it there, `hide` takes it away.
+/// A line of text, preset with `preset` and all of it selected: what was typed, or none when the
+/// user cancels.
+std::optional<QString> askText(const QString& title, const QString& text, const QString& preset);
+
+/// The notice shown while a long operation runs, hidden to begin with.
 std::unique_ptr<ZPopup> makePleaseWait();
+
+/// Puts the notice on the screen, where it stays until its `hide`.
+void showWhileWorking(ZPopup& pleaseWait);

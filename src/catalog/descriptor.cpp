@@ -2,12 +2,12 @@
 
 #include "Bytes.h"
 #include "PhoneRoot.h"
+#include "RegularFile.h"
 
 #include <QList>
 
 #include <cstdio>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -44,15 +44,13 @@ QByteArray readBytes(int descriptor, off_t size) {
 
 std::optional<QByteArray> readWholeFile(const QString& path) {
     const QByteArray name = toBytes(path);
-    // A pipe in the descriptor's place must not hold the program up.
-    const int descriptor = open(name.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    struct stat info = {};
-    if (descriptor < 0 || fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode)) {
+    const int descriptor = openRegularFile(path);
+    if (descriptor < 0) {
         printf("DEBUG:: Error while opening file (%s)\n", name.constData());
-        if (descriptor >= 0)
-            close(descriptor);
         return std::nullopt;
     }
+    struct stat info = {};
+    fstat(descriptor, &info);
     if (info.st_size > largestFile) {
         puts("DEBUG:: Error while allocating memory for file");
         close(descriptor);

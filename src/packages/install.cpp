@@ -34,11 +34,6 @@ QString fileName(const QString& path) {
     return path.mid(path.lastIndexOf('/') + 1);
 }
 
-/// `path` so that the archiver takes it neither for an option nor for a list of names.
-QString asFileArgument(const QString& path) {
-    return path.startsWith('-') || path.startsWith('@') ? "./" + path : path;
-}
-
 /// Unpacks the package into `folder` of the phone; without a folder the archiver unpacks into the
 /// working directory.
 bool unpack(const QString& package, const QString& folder, bool quietOnSuccess) {
@@ -49,11 +44,6 @@ bool unpack(const QString& package, const QString& folder, bool quietOnSuccess) 
     if (package.contains('*') || package.contains('?'))
         command += " -spd";
     return runPathCommand(package, command, quietOnSuccess);
-}
-
-void showWhileWorking(ZPopup& pleaseWait) {
-    pleaseWait.exec();
-    pleaseWait.show();
 }
 
 bool confirm(const char* titleKey, const char* textKey, const QString& package) {

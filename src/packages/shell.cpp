@@ -63,10 +63,6 @@ QString readLog() {
     return QString();
 }
 
-void showError(const QString& text) {
-    showNotice(tr("POP_ERROR_TITLE"), text, "error_pop.bmp");
-}
-
 /// An exit status whose low seven bits are zero is a success; 128 is, too, and so is a command that
 /// a signal ended.
 bool isSuccess(int status) {
@@ -99,6 +95,14 @@ bool runShellCommand(QString& command, bool quietOnSuccess) {
     runSystem("cat " + log);
     remove(toBytes(log).constData());
     return success;
+}
+
+void showError(const QString& text) {
+    showNotice(tr("POP_ERROR_TITLE"), text, "error_pop.bmp");
+}
+
+QString asFileArgument(const QString& name) {
+    return name.startsWith('-') || name.startsWith('@') ? "./" + name : name;
 }
 
 bool fitsInQuotes(const QString& path) {

@@ -12,6 +12,12 @@ int runSystem(const QString& command);
 /// caller's `command` itself.
 bool runShellCommand(QString& command, bool quietOnSuccess);
 
+/// Shows `text` in an error popup.
+void showError(const QString& text);
+
+/// `name` so that the archiver takes it neither for an option nor for a list of names.
+QString asFileArgument(const QString& name);
+
 /// True when `path` can stand in a command: the templates put paths in single quotes, which cannot
 /// hold one.
 bool fitsInQuotes(const QString& path);

@@ -3,6 +3,7 @@
 #include "AM_AppRegistry.h"
 #include "Bytes.h"
 #include "PhoneRoot.h"
+#include "RegularFile.h"
 #include "ZConfig.h"
 #include "paths.h"
 #include "settings.h"
@@ -82,8 +83,9 @@ void loadAppRegistry(bool reload) {
 }
 
 QStringList readInstalledUIDs(const QString& path, QStringList list) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    const int descriptor = openRegularFile(path);
+    QFile file;
+    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
         return list;
     while (!file.atEnd()) {
         QByteArray bytes = file.readLine();

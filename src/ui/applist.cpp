@@ -25,6 +25,13 @@ bool isFile(const QString& path) {
     return stat(toBytes(path).constData(), &info) == 0 && !S_ISDIR(info.st_mode);
 }
 
+ZListItem nameLine(const ZPK_App& app, const RES_ICON_Reader& icons) {
+    const char* place =
+        app.location == phoneMemory ? "ctact_mobile_tab.bmp" : "fm_memory_card_tab.bmp";
+    return {app.name, QString(), icons.getIcon(place, Measure::markerIcon), textWidth,
+            showPriority};
+}
+
 } // namespace
 
 bool zBaseGUI::ViewFilter::shows(const ZPK_App& app) const {
@@ -73,14 +80,11 @@ void zBaseGUI::appendApp(const ZPK_App& app) {
     else
         item->setPixmap(m_appList->iconColumn(), m_icons.getIcon("yes_no_pop.bmp"));
 
-    const char* place =
-        app.location == phoneMemory ? "ctact_mobile_tab.bmp" : "fm_memory_card_tab.bmp";
-    const QPixmap placeIcon = m_icons.getIcon(place, Measure::markerIcon);
     const QPixmap menuIcon =
         app.registeredInMenu ? m_icons.getIcon("cli_ptt_favorite_small.bmp", Measure::markerIcon)
                              : QPixmap();
     const int column = m_appList->textColumn();
-    item->appendSubItem(column, {app.name, QString(), placeIcon, textWidth, showPriority});
+    item->appendSubItem(column, nameLine(app, m_icons));
     item->appendSubItem(column, {QString(), app.author, menuIcon, textWidth, showPriority});
     m_appList->insertItem(item, -1);
 }
@@ -110,6 +114,23 @@ void zBaseGUI::showCheckedCount() {
     for (int row = 0; row < m_appList->count(); ++row)
         checked += m_appList->item(row)->isChecked() ? 1 : 0;
     setTitleBadge(m_multiSelect ? QString::number(checked) : QString());
+}
+
+void zBaseGUI::updateRow(int row, const ZPK_App& app) {
+    if (ZListBoxItem* item = m_appList->item(row))
+        item->setSubItem(m_appList->textColumn(), nameLine(app, m_icons));
+}
+
+void zBaseGUI::removeRow(int row) {
+    m_appList->removeItem(row);
+    enableMainMenu();
+    showEmptyNotice();
+}
+
+/// Only with both locations in view does a moved application stay in the list.
+bool zBaseGUI::isMovedAppShown() {
+    const ViewFilter filter = viewFilter();
+    return filter.card && filter.phone && SdPresent;
 }
 
 ZPK_App* zBaseGUI::getApp(int row) {

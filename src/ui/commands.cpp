@@ -1,11 +1,31 @@
+#include "Bytes.h"
+#include "PhoneRoot.h"
 #include "ZListBox.h"
+#include "ZPopup.h"
 #include "dialogs.h"
+#include "discovery.h"
 #include "language.h"
+#include "menu.h"
+#include "operations.h"
+#include "paths.h"
+#include "shell.h"
 #include "zBaseGUI.h"
 
 #include <QApplication>
+#include <QTimer>
 
 #include <cstdio>
+
+namespace {
+
+constexpr int batchDelay = 10; // ms; the question has left the screen by then
+
+bool confirm(const char* textKey, const QString& name = QString()) {
+    const QString text = tr(textKey);
+    return askYesNo(tr("POP_CONFIRM_TITLE"), name.isNull() ? text : text + '\n' + name);
+}
+
+} // namespace
 
 void zBaseGUI::quit() {
     puts("DEBUG:: SoftKey Quit");
@@ -13,43 +33,196 @@ void zBaseGUI::quit() {
         mainOptM_MultiSelect();
         return;
     }
+    if (menuChanged && confirm("POP_CONFIRM_REFRESH_MENU")) {
+        QString restart = "busybox killall am flawplayer messaging";
+        runShellCommand(restart, false);
+    }
     qApp->quit();
 }
 
-void zBaseGUI::app_selected(int) {}
+void zBaseGUI::app_selected(int) {
+    const ZPK_App* app = m_multiSelect ? nullptr : currentApp();
+    if (!app)
+        return;
+    const QString command = hostPath(app->path) + '/' + app->exec + " &";
+    printf("DEBUG:: %s\n", toBytes(command).constData());
+    runSystem(command);
+}
 
-void zBaseGUI::mainOptM_Move() {}
+void zBaseGUI::mainOptM_Move() {
+    ZPK_App* app = currentApp();
+    if (!app || !confirm("POP_CONFIRM_MOVE_TEXT", app->name))
+        return;
+    cmd_Move(app, -1);
+    puts("DEBUG:: Move APP");
+}
 
-void zBaseGUI::mainOptM_Rename() {}
+void zBaseGUI::mainOptM_Delete() {
+    ZPK_App* app = currentApp();
+    if (!app || !confirm("POP_CONFIRM_DELETE_TEXT", app->name))
+        return;
+    const int row = m_appList->currentItem();
+    const size_t before = AppMap.size();
+    cmd_Delete(app);
+    // What could not be deleted keeps its row.
+    if (AppMap.size() < before)
+        removeRow(row);
+    puts("DEBUG:: Delete APP");
+}
 
-void zBaseGUI::mainOptM_Delete() {}
+void zBaseGUI::mainOptM_RegisterAppMenu() {
+    ZPK_App* app = currentApp();
+    if (!app)
+        return;
+    const bool isRegistered = app->registeredInMenu;
+    if (!confirm(isRegistered ? "POP_CONFIRM_UNREGISTER_APP_MENU" : "POP_CONFIRM_REGISTER_APP_MENU",
+                 app->name))
+        return;
+    isRegistered ? unregisterAppFromMenu(*app) : registerAppInMenu(*app);
+    showNotice(::tr("POP_OK_TITLE"), ::tr("POP_OK_TEXT"));
+    refreshList(false);
+    if (!isRegistered)
+        puts("DEBUG:: Register APP to Menu");
+}
 
-void zBaseGUI::mainOptMMS_Move() {}
+void zBaseGUI::mainOptM_Rename() {
+    ZPK_App* app = currentApp();
+    if (!app)
+        return;
+    const std::optional<QString> name =
+        askText(::tr("POP_RENAME_TITLE"), ::tr("POP_RENAME_TEXT") + ' ' + app->name, app->name);
+    if (!name)
+        return;
+    renameApp(*app, *name);
+    updateRow(m_appList->currentItem(), *app);
+}
 
-void zBaseGUI::mainOptMMS_Delete() {}
+void zBaseGUI::mainSubOptM_SaveAs_PH() {
+    cmd_SaveAs(currentApp(), SAVE_PH);
+    puts("DEBUG:: Save APP to PH");
+}
 
-void zBaseGUI::mainOptMMS_SelectAll() {}
+void zBaseGUI::mainSubOptM_SaveAs_SD() {
+    cmd_SaveAs(currentApp(), SAVE_SD);
+    puts("DEBUG:: Save APP to SD");
+}
 
-void zBaseGUI::mainOptMMS_UnselectAll() {}
+void zBaseGUI::mainSubOptM_SaveAs_FM() {
+    cmd_SaveAs(currentApp(), SAVE_FM);
+    loadFolder(QString());
+    puts("DEBUG:: Save APP to FM");
+}
 
-void zBaseGUI::mainOptM_Properties() {}
+void zBaseGUI::OptM_About() {
+    const QString text = QString("Quiver v1.2 (%1)\n\nApplications and packages for phones.\n"
+                                 "By the Quiver developers, under the MIT licence.")
+                             .arg(__DATE__);
+    showNotice(::tr("FT_ABOUT"), text, "Mpkgbox_Small.g");
+    puts("DEBUG:: About Quiver");
+}
 
-void zBaseGUI::mainOptM_RegisterAppMenu() {}
+void zBaseGUI::cmd_Move(ZPK_App* app, int row) {
+    if (!app)
+        return;
+    if (!m_multiSelect) {
+        showWhileWorking(*m_pleaseWait);
+        row = row == -1 ? m_appList->currentItem() : row;
+    }
+    if (moveApp(*app, m_multiSelect)) {
+        if (isMovedAppShown())
+            updateRow(row, *app);
+        else
+            removeRow(row);
+    }
+    if (!m_multiSelect)
+        m_pleaseWait->hide();
+}
 
-void zBaseGUI::mainSubOptM_SaveAs_PH() {}
+void zBaseGUI::cmd_Delete(ZPK_App* app) {
+    if (!app)
+        return;
+    if (!m_multiSelect)
+        showWhileWorking(*m_pleaseWait);
+    deleteApp(*app, m_multiSelect);
+    if (!m_multiSelect)
+        m_pleaseWait->hide();
+}
 
-void zBaseGUI::mainSubOptM_SaveAs_SD() {}
+void zBaseGUI::cmd_SaveAs(ZPK_App* app, SAVE_LOCATION where) {
+    if (!app || (where == SAVE_SD && !SdPresent))
+        return;
+    printf("DEBUG::  Save Location : %d \n", where);
+    const QString folders[] = {Path::phonePackages, Path::cardPackages, browserFolder()};
+    const FolderGuard guard;
+    showWhileWorking(*m_pleaseWait);
+    saveApp(*app, folders[where], m_multiSelect);
+    m_pleaseWait->hide();
+}
 
-void zBaseGUI::mainSubOptM_SaveAs_FM() {}
+void zBaseGUI::mainOptMMS_Move() {
+    if (m_appList->count() == 0 || !confirm("POP_CONFIRM_MOVE_MULTIPLE_TEXT"))
+        return;
+    QTimer::singleShot(batchDelay, this, &zBaseGUI::cmd_MultiMove);
+    puts("DEBUG:: Move Multiple APP");
+}
 
-void zBaseGUI::OptM_About() {}
+void zBaseGUI::mainOptMMS_Delete() {
+    if (m_appList->count() == 0 || !confirm("POP_CONFIRM_DELETE_MULTIPLE_TEXT"))
+        return;
+    QTimer::singleShot(batchDelay, this, &zBaseGUI::cmd_MultiDelete);
+    puts("DEBUG:: Delete Multiple APP");
+}
 
-void zBaseGUI::cmd_Move(ZPK_App*, int) {}
+void zBaseGUI::mainOptMMS_SelectAll() {
+    checkAll(true);
+}
 
-void zBaseGUI::cmd_MultiMove() {}
+void zBaseGUI::mainOptMMS_UnselectAll() {
+    checkAll(false);
+}
 
-void zBaseGUI::cmd_Delete(ZPK_App*) {}
+void zBaseGUI::checkAll(bool checked) {
+    for (int row = 0; row < m_appList->count(); ++row)
+        m_appList->item(row)->setChecked(checked);
+}
 
-void zBaseGUI::cmd_MultiDelete() {}
+/// Rows stay where they are during the batch, so they are counted on; the record of a row is found
+/// by what has gone before it.
+void zBaseGUI::cmd_MultiDelete() {
+    const int rows = m_appList->count();
+    if (rows == 0)
+        return;
+    showWhileWorking(*m_pleaseWait);
+    int removed = 0;
+    for (int i = 0; i < rows; ++i) {
+        ZPK_App* app = m_appList->item(i)->isChecked() ? getApp(i - removed) : nullptr;
+        if (!app)
+            continue;
+        printf("DEBUG:: Delete APP (%s)\n", toBytes(app->name).constData());
+        const size_t before = AppMap.size();
+        cmd_Delete(app);
+        // Counted only when it is really gone, or the next row would be taken for another one.
+        removed += AppMap.size() < before ? 1 : 0;
+    }
+    m_pleaseWait->hide();
+    mainOptM_MultiSelect();
+}
 
-void zBaseGUI::cmd_SaveAs(ZPK_App*, SAVE_LOCATION) {}
+/// A moved application may leave the list, and its row with it.
+void zBaseGUI::cmd_MultiMove() {
+    if (m_appList->count() == 0)
+        return;
+    showWhileWorking(*m_pleaseWait);
+    for (int row = 0; row < m_appList->count();) {
+        const int before = m_appList->count();
+        ZPK_App* app = m_appList->item(row)->isChecked() ? getApp(row) : nullptr;
+        if (app) {
+            printf("DEBUG:: Move APP (%s)\n", toBytes(app->name).constData());
+            cmd_Move(app, row);
+        }
+        if (m_appList->count() == before)
+            ++row;
+    }
+    m_pleaseWait->hide();
+    mainOptM_MultiSelect();
+}

@@ -111,6 +111,11 @@ private:
     void enableMainMenu();
     void showEmptyNotice();
     void showCheckedCount();
+    void updateRow(int row, const ZPK_App& app);
+    void removeRow(int row);
+    void checkAll(bool checked);
+    bool isMovedAppShown();
+    QString browserFolder() const;
     void appendEntry(const FolderEntry& entry);
     void confirmInstall();
 

@@ -60,6 +60,10 @@ void zBaseGUI::loadFolder(const QString& path) {
     m_packageList->setCurrentItem(parentRow);
 }
 
+QString zBaseGUI::browserFolder() const {
+    return nameAt(m_packageList, pathRow);
+}
+
 void zBaseGUI::appendEntry(const FolderEntry& entry) {
     const char* icon = entry.isFolder                ? "fm_folder_thb.bmp"
                        : entry.name.contains(".zpk") ? "Mpkgbox_Big.g"
@@ -105,7 +109,7 @@ void zBaseGUI::confirmInstall() {
 }
 
 void zBaseGUI::cmd_InstallZPK() {
-    const QString folder = nameAt(m_packageList, pathRow);
+    const QString folder = browserFolder();
     const QString name = nameAt(m_packageList, m_packageList->currentItem());
     if (installZpk(hostPath(folder + '/' + name), *m_pleaseWait, m_multiSelect))
         refreshList(true);

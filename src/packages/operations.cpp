@@ -1,0 +1,124 @@
+#include "operations.h"
+
+#include "Bytes.h"
+#include "PhoneRoot.h"
+#include "RegularFile.h"
+#include "database.h"
+#include "descriptor.h"
+#include "discovery.h"
+#include "language.h"
+#include "menu.h"
+#include "settings.h"
+#include "shell.h"
+#include "storage.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include <ftw.h>
+#include <unistd.h>
+
+namespace {
+
+QString folderName(const ZPK_App& app) {
+    return app.path.mid(app.path.lastIndexOf('/') + 1);
+}
+
+bool exists(const QString& hostPath) {
+    return access(toBytes(hostPath).constData(), F_OK) == 0;
+}
+
+int countedEntries = 0;
+
+int countEntry(const char*, const struct stat*, int, FTW*) {
+    ++countedEntries;
+    return 0;
+}
+
+/// How many files and folders lie in `folder` (of the machine), itself included.
+int entriesIn(const QString& folder) {
+    constexpr int openFolders = 16;
+    countedEntries = 0;
+    nftw(toBytes(folder).constData(), countEntry, openFolders, FTW_PHYS);
+    return countedEntries;
+}
+
+/// Moves the folder, and takes away what a failed move has left at the target as long as the source
+/// is still whole: half an application must not turn up beside the real one.
+bool moveFolder(const QString& from, const QString& to, bool quietOnSuccess) {
+    if (exists(to)) {
+        showError(tr("POP_ERROR_EXISTS_TEXT"));
+        return false;
+    }
+    const int before = entriesIn(from);
+    if (runPathCommand(from, QString("mv '%1' '%2/'").arg(from, to), quietOnSuccess))
+        return true;
+    if (fitsInQuotes(from) && exists(to) && entriesIn(from) == before)
+        runSystem(QString("rm -rf '%1'").arg(to));
+    return false;
+}
+
+void writeDescriptorName(const ZPK_App& app) {
+    const QString path = hostPath(QString("%1/%2.cfg").arg(app.path, folderName(app)));
+    const std::optional<QByteArray> text = readWholeFile(path);
+    if (!text)
+        return;
+    const QByteArray name = toBytes(app.name.trimmed());
+    if (!replaceFile(path, replaceKeyLine(*text, "Name", name)))
+        printf("DEBUG:: Error writing cfg file (%s)\n", toBytes(phonePath(path)).constData());
+}
+
+} // namespace
+
+bool moveApp(ZPK_App& app, bool quietOnSuccess) {
+    const int target = app.location == memoryCard ? phoneMemory : memoryCard;
+    const QString path = appsFolder(target) + '/' + folderName(app);
+    if (!moveFolder(hostPath(app.path), hostPath(path), quietOnSuccess)) {
+        puts("DEBUG:: Error while moving ZPK");
+        return false;
+    }
+    puts("DEBUG:: ZPK Moved succesfully");
+    app.location = target;
+    app.path = path;
+    updateAppRecord(app.uuid.get(), app.name, app.path, app.location);
+    if (app.registeredInMenu)
+        updateAppInMenu(app);
+    return true;
+}
+
+void saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
+    const QString name = folderName(app);
+    const QString target = hostPath(folder);
+    const QString enter = QString("cd '%1';").arg(hostPath(appsFolder(app.location)));
+    const QString pack =
+        QString(" %1 a -y '%2/%3.zpk' '%4'").arg(ArchiverPath, target, name, asFileArgument(name));
+    const QString older = target + '/' + name + ".zpk";
+    if (fitsInQuotes(older))
+        runSystem(QString("rm -f '%1'").arg(older));
+    runPathCommand(older, enter + pack, quietOnSuccess);
+}
+
+bool deleteApp(ZPK_App& app, bool quietOnSuccess) {
+    const QString path = hostPath(app.path);
+    if (!runPathCommand(path, QString("rm -rf '%1'").arg(path), quietOnSuccess)) {
+        puts("DEBUG:: Error while deleting ZPK");
+        return false;
+    }
+    if (app.registeredInMenu)
+        unregisterAppFromMenu(app);
+    deleteAppRecord(app.uuid.get());
+    // A moved or renamed application still stands under its old key, so the record itself is looked
+    // for.
+    std::erase_if(AppMap, [&](const auto& entry) { return entry.second.get() == &app; });
+    puts("DEBUG:: ZPK Deleted succesfully");
+    return true;
+}
+
+void renameApp(ZPK_App& app, const QString& name) {
+    app.name = name;
+    writeDescriptorName(app);
+    updateAppRecord(app.uuid.get(), app.name, app.path, app.location);
+    if (app.registeredInMenu)
+        updateAppInMenu(app);
+    printf("DEBUG:: Rename APP to %s\n", toBytes(name).constData());
+}

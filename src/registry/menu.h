@@ -1,0 +1,19 @@
+#pragma once
+
+struct ZPK_App;
+
+/// The phone's menu files were edited in this run; its menu shows that after its processes have
+/// started again.
+inline bool menuChanged = false;
+
+/// Each edits the application manager's files, the database and the record's menu flag together.
+/// Always true: what could not be written is left as it was.
+
+/// Puts `app` into the phone's menu, at the end of the program's own folder.
+bool registerAppInMenu(ZPK_App& app);
+
+/// Takes `app` out of the phone's menu.
+bool unregisterAppFromMenu(ZPK_App& app);
+
+/// Brings the menu entry of `app` in line with its record.
+bool updateAppInMenu(const ZPK_App& app);
