@@ -74,6 +74,13 @@ ZApplication::~ZApplication() {
     ZScreen::discard();
 }
 
+/// Qt would first ask the screen to close, and for the screen that is a press of the right soft
+/// key, which may be what has asked for the end.
+bool ZApplication::event(QEvent* event) {
+    return event->type() == QEvent::Quit ? QCoreApplication::event(event)
+                                         : QApplication::event(event);
+}
+
 bool ZApplication::hasDisplay() {
     return displayFound;
 }

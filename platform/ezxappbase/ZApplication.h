@@ -21,4 +21,7 @@ public:
 
     /// Puts `widget` on the screen, where it takes all the room; the screen owns it from then on.
     void setMainWidget(QWidget* widget);
+
+protected:
+    bool event(QEvent* event) override;
 };
