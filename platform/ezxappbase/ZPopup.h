@@ -29,6 +29,9 @@ public:
     /// Takes `child` into the content at `index`, at the end where `index` is -1.
     void insertChild(QWidget* child, int index);
 
+    /// The room left and right of the content; `Measure::dialogPadding` where it is not set.
+    void setContentMargin(int margin);
+
     /// The room between the children of the content.
     void setContentSpacing(int spacing);
 
@@ -48,8 +51,6 @@ public:
 
 protected:
     void setSoftKeys(const QString& left, const QString& right);
-    /// The room left and right of the content; `Measure::dialogPadding` where it is not set.
-    void setContentMargin(int margin);
     void addButtons(const QString& left, const QString& right);
     bool eventFilter(QObject* watched, QEvent* event) override;
     void hideEvent(QHideEvent* event) override;

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QTimer>
@@ -59,6 +60,14 @@ void ZScreen::present() {
     activateWindow();
 }
 
+void ZScreen::waitUntilPainted() {
+    constexpr int longestWait = 333;
+    QElapsedTimer waited;
+    waited.start();
+    while (isVisible() && !m_painted && waited.elapsed() < longestWait)
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, longestWait);
+}
+
 QWidget* ZScreen::topWidget() const {
     const QObjectList& widgets = children();
     for (auto child = widgets.rbegin(); child != widgets.rend(); ++child) {
@@ -80,6 +89,7 @@ void ZScreen::closeEvent(QCloseEvent* event) {
 }
 
 void ZScreen::paintEvent(QPaintEvent*) {
+    m_painted = true;
     QPainter(this).fillRect(rect(), colours().surface);
 }
 

@@ -21,6 +21,10 @@ public:
     /// Puts the screen on the display, if it is not there yet.
     void present();
 
+    /// Waits, for a third of a second at most, until the display has shown the screen: work that
+    /// keeps the event loop waiting may begin then. Keys and touches wait as well.
+    void waitUntilPainted();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -31,5 +35,6 @@ private:
     QWidget* topWidget() const;
 
     static ZScreen* s_instance;
+    bool m_painted = false;
     QPointer<QWidget> m_main;
 };

@@ -4,6 +4,7 @@
 #include "ZListBox.h"
 #include "ZNavTabWidget.h"
 #include "ZPopup.h"
+#include "ZScreen.h"
 #include "ZSoftKey.h"
 #include "dialogs.h"
 #include "language.h"
@@ -76,6 +77,7 @@ QSize zBaseGUI::sizeHint() const {
 }
 
 void zBaseGUI::firstRefresh() {
+    ZScreen::instance().waitUntilPainted();
     loadFolder(SdPresent ? Path::cardMount : Path::phoneFiles);
     refreshList(true);
 }
