@@ -1,5 +1,5 @@
 # The program itself, started without a display.
-foreach(name IN ITEMS options install)
+foreach(name IN ITEMS options install hostile)
     add_test(NAME console_${name} COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/console_${name}.sh
                                           ${CMAKE_BINARY_DIR} ${SEVEN_ZIP})
     set_tests_properties(console_${name} PROPERTIES TIMEOUT 600)

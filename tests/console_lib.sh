@@ -68,6 +68,7 @@ storage_lines='DEBUG:: SD exists
 DEBUG:: SD extended partition exists'
 database_lines='Application Database Opened'
 app_path=$build/bin
+archiver=$seven_zip
 
 language_lines() {
     printf "DEBUG:: Current LanguageType : 'en'\nDEBUG:: Checking for lng file : '%s'\n" \
@@ -77,7 +78,7 @@ language_lines() {
 custom_lines() {
     printf 'DEBUG:: Checking for Customization file: %s\n' "$app_path/quiver.custom"
     echo 'DEBUG:: Customization file found. Loading custom parameters'
-    echo "DEBUG:: UNPACK_TOOLS::BIN_FULLPATH : '$seven_zip'"
+    echo "DEBUG:: UNPACK_TOOLS::BIN_FULLPATH : '$archiver'"
 }
 
 # All that is printed before an option or a package is acted upon: beginning ARGUMENT...
