@@ -38,7 +38,8 @@ bool replaceFile(const QString& path, const QByteArray& content) {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    file.write(content);
+    if (file.write(content) != content.size())
+        return false;
     if (existed && fchown(file.handle(), before.st_uid, before.st_gid) == 0)
         fchmod(file.handle(), before.st_mode & 07777);
     return file.commit();
