@@ -134,12 +134,14 @@ QString currentFolder() {
     return phone;
 }
 
-FolderGuard::FolderGuard() : m_folder(open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
+FolderGuard::FolderGuard()
+    : m_folder(open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)), m_entered(enteredFolder) {}
 
 FolderGuard::~FolderGuard() {
     if (m_folder < 0)
         return;
     if (fchdir(m_folder) != 0)
         perror("working directory");
+    enteredFolder = m_entered;
     close(m_folder);
 }

@@ -36,4 +36,5 @@ public:
 
 private:
     int m_folder;
+    QString m_entered;
 };
