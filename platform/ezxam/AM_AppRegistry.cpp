@@ -6,6 +6,21 @@
 
 #include <unistd.h>
 
+namespace {
+
+/// The UUID that `text` is, with or without braces; a null one for any other text, also for one
+/// that only begins like a UUID.
+QUuid wholeUuid(const QString& text) {
+    const QUuid uuid = QUuid::fromString(text);
+    for (const QUuid::StringFormat format : {QUuid::WithoutBraces, QUuid::WithBraces}) {
+        if (text.compare(uuid.toString(format), Qt::CaseInsensitive) == 0)
+            return uuid;
+    }
+    return QUuid();
+}
+
+} // namespace
+
 AM_AppRegistry::AM_AppRegistry(QObject* parent, const char* name) : QObject(parent) {
     setObjectName(QString::fromLatin1(name));
 }
@@ -29,7 +44,7 @@ bool AM_AppRegistry::loadFile(const QString& phonePath) const {
         return false;
     const ZConfig file(path, true);
     for (const QString& group : file.groups()) {
-        const QUuid uuid = QUuid::fromString(group);
+        const QUuid uuid = wholeUuid(group);
         if (uuid.isNull() || m_byUuid.contains(uuid))
             continue;
         m_objects.push_back(std::make_unique<AM_AppObject>(file, group));
@@ -46,5 +61,5 @@ void AM_AppRegistry::getAllAppObjects(QList<const AM_AppObject*>& objects) const
 const AM_AppObject* AM_AppRegistry::getRegistryObject(const QString& uid) const {
     if (!m_loaded)
         load();
-    return m_byUuid.value(QUuid::fromString(uid));
+    return m_byUuid.value(wholeUuid(uid));
 }
