@@ -11,6 +11,9 @@
 
 namespace {
 
+/// Editors of some desktops put it before the first line.
+const char byteOrderMark[] = "\xEF\xBB\xBF";
+
 bool isComment(const QByteArray& trimmed) {
     return trimmed.startsWith('#') || trimmed.startsWith(';');
 }
@@ -89,7 +92,9 @@ void ZConfig::parse(const QByteArray& text) {
         const qsizetype newline = text.indexOf('\n', start);
         const qsizetype next = newline < 0 ? text.size() : newline + 1;
         const QByteArray line = text.mid(start, next - start);
-        const QByteArray trimmed = line.trimmed();
+        QByteArray trimmed = line.trimmed();
+        if (start == 0 && trimmed.startsWith(byteOrderMark))
+            trimmed = trimmed.mid(qstrlen(byteOrderMark)).trimmed();
         if (isHeader(trimmed)) {
             const QByteArray name = trimmed.mid(1, trimmed.size() - 2).trimmed();
             m_index[name].append(m_sections.size());
