@@ -216,6 +216,10 @@ void ZPopup::paintEvent(QPaintEvent*) {
     paintTitle(painter, title, m_titleIcon, m_title);
 }
 
+void ZPopup::reveal(QWidget* child) {
+    m_scroll->ensureWidgetVisible(child, 0, Measure::dialogPadding);
+}
+
 void ZPopup::scrollBy(int steps) {
     QScrollBar* bar = m_scroll->verticalScrollBar();
     bar->setValue(bar->value() + steps * scaled(Measure::dialogFont));

@@ -52,6 +52,8 @@ public:
 protected:
     void setSoftKeys(const QString& left, const QString& right);
     void addButtons(const QString& left, const QString& right);
+    /// Scrolls so that this child of the content is in sight.
+    void reveal(QWidget* child);
     bool eventFilter(QObject* watched, QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

@@ -64,8 +64,10 @@ int ZSingleSelectDlg::exec() {
 
 void ZSingleSelectDlg::moveChoice(int steps) {
     const qsizetype target = getCheckedItemIndex() + steps;
-    if (target >= 0 && target < m_rows.size())
-        m_rows.at(target)->setChecked(true);
+    if (target < 0 || target >= m_rows.size())
+        return;
+    m_rows.at(target)->setChecked(true);
+    reveal(m_rows.at(target));
 }
 
 void ZSingleSelectDlg::keyPressEvent(QKeyEvent* event) {
