@@ -6,6 +6,8 @@
 #include "ZApplication.h"
 #include "ZLabel.h"
 
+#include <QFontMetrics>
+
 namespace {
 
 constexpr qsizetype longestText = 6000;
@@ -17,19 +19,21 @@ QString readablePart(const QString& text) {
     return text.left(longestText / 3) + "\n\u2026\n" + text.right(longestText * 2 / 3);
 }
 
-/// Lets a word that is wider than the screen break: a zero-width space after every few characters
-/// of a run without blanks.
-QString breakable(const QString& text) {
-    constexpr int longestRun = 16;
+/// Lets a word that is wider than the smallest screen break: zero-width spaces keep every run
+/// without blanks narrower.
+QString breakable(const QString& text, const QFont& font) {
+    constexpr int widestRun = 128;
+    const QFontMetrics metrics(font);
     QString result;
     int run = 0;
     for (const QChar c : text) {
-        if (run >= longestRun && !c.isLowSurrogate() && !c.isMark()) {
+        const int width = metrics.horizontalAdvance(c);
+        if (run + width > widestRun && !c.isLowSurrogate() && !c.isMark()) {
             result += QChar(0x200B);
             run = 0;
         }
         result += c;
-        run = c.isSpace() ? 0 : run + 1;
+        run = c.isSpace() ? 0 : run + width;
     }
     return result;
 }
@@ -42,10 +46,11 @@ ZMessageDlg::ZMessageDlg(const QString& title, const QString& text, int type, in
     setTitle(title);
     setAutoDismissTime(timeOut);
     if (!text.isEmpty()) {
-        auto* label = new ZLabel(breakable(readablePart(text)), this, nullptr, 0, 1);
         const bool isLong = text.size() > 200;
-        label->setFont(lookFont(isLong ? Measure::secondFont : Measure::dialogFont,
-                                isLong ? QFont::Normal : QFont::DemiBold));
+        const QFont font = lookFont(isLong ? Measure::secondFont : Measure::dialogFont,
+                                    isLong ? QFont::Normal : QFont::DemiBold);
+        auto* label = new ZLabel(breakable(readablePart(text), font), this, nullptr, 0, 1);
+        label->setFont(font);
         label->setAccessibleName(text.left(longestText));
         insertChild(label, -1);
     }
