@@ -93,8 +93,9 @@ QFont lookFont(int pixels, QFont::Weight weight) {
 
 QFont fittedFont(const QString& text, int width, int pixels, QFont::Weight weight) {
     QFont font = lookFont(pixels, weight);
-    const int smallest = font.pixelSize() * 3 / 4;
-    while (font.pixelSize() > smallest && QFontMetrics(font).horizontalAdvance(text) > width)
+    const int smallest = font.pixelSize() * 5 / 8;
+    // Advances are rounded: a text of just that width may still be cut when it is painted.
+    while (font.pixelSize() > smallest && QFontMetrics(font).horizontalAdvance(text) >= width)
         font.setPixelSize(font.pixelSize() - 1);
     return font;
 }

@@ -73,7 +73,7 @@ int scaled(int measure);
 /// The application's font at `pixels` (a measure, scaled here).
 QFont lookFont(int pixels, QFont::Weight weight = QFont::Normal);
 
-/// As `lookFont`, made smaller (down to three quarters) where `text` would be wider than `width`.
+/// As `lookFont`, made smaller (down to five eighths) where `text` would be wider than `width`.
 QFont fittedFont(const QString& text, int width, int pixels, QFont::Weight weight);
 
 /// Paints `text` on one line in `place`, in a fitted font and, as the last resort, elided.

@@ -6,8 +6,9 @@
 
 namespace {
 
-constexpr int numberWidth = 26;
-constexpr int markRoom = 28;
+constexpr int numberWidth = 24;
+constexpr int submenuRoom = 14;
+constexpr int checkRoom = 22;
 constexpr int padding = 8;
 
 } // namespace
@@ -25,8 +26,18 @@ void MenuRow::setHighlighted(bool highlighted) {
 
 QSize MenuRow::sizeHint() const {
     const int text = QFontMetrics(lookFont(Measure::menuFont)).horizontalAdvance(this->text());
-    return QSize(numberWidth + text + (hasMark() ? markRoom : 0) + padding + Measure::grid,
+    return QSize(numberWidth + text + markRoom() + padding + Measure::grid,
                  scaled(Measure::menuRow));
+}
+
+int MenuRow::markRoom() const {
+    if (isCheckable())
+        return scaled(checkRoom);
+    return m_submenu ? submenuRoom : 0;
+}
+
+QSize MenuRow::minimumSizeHint() const {
+    return QSize(1, sizeHint().height()); // a text that does not fit is made smaller
 }
 
 void MenuRow::paintEvent(QPaintEvent*) {
@@ -46,9 +57,8 @@ void MenuRow::paintEvent(QPaintEvent*) {
                 QFont::Normal);
 
     painter.setPen(ink);
-    const int mark = hasMark() ? markRoom : 0;
-    paintFitted(painter, rect().adjusted(numberWidth, 0, -padding - mark, 0), Qt::AlignLeft, text(),
-                Measure::menuFont, QFont::Normal);
+    paintFitted(painter, rect().adjusted(numberWidth, 0, -padding - markRoom(), 0), Qt::AlignLeft,
+                text(), Measure::menuFont, QFont::Normal);
     const QRect end = rect().adjusted(0, 0, -padding, 0);
     if (m_submenu)
         paintFitted(painter, end, Qt::AlignRight, QString(QChar(0x203A)), Measure::menuFont + 4,

@@ -23,6 +23,7 @@ public:
     void setHighlighted(bool highlighted);
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 signals:
     void chosen();
@@ -34,7 +35,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    bool hasMark() const { return m_submenu || isCheckable(); }
+    int markRoom() const;
 
     int m_id;
     int m_number = 0;

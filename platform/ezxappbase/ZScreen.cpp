@@ -47,6 +47,8 @@ ZScreen::ZScreen() {
 
 void ZScreen::setMainWidget(QWidget* widget) {
     m_main = widget;
+    setWindowTitle(widget->windowTitle());
+    connect(widget, &QWidget::windowTitleChanged, this, &QWidget::setWindowTitle);
     widget->setParent(this);
     widget->setGeometry(rect());
     widget->lower();
