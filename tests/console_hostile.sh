@@ -69,7 +69,7 @@ sh: 1: $archiver: not found"
     archived 0 Success 'exit 0'
     rm -r root/tmp
     touch root/tmp
-    archived 2 Error 'exit 0' '\./tmp'
+    archived 2 Error 'exit 0' ' root/tmp '
     rm root/tmp
 }
 
@@ -81,7 +81,7 @@ package() {
     grep -aqx "DEBUG:: Command executed returned $2" out || complain "status: $(acted)"
     has err "$3"
     has out "$3"
-    only_changed " \./${apps#root/}/"
+    only_changed " $apps/"
     [[ $(<outside/file) == mine && ! -x outside/file ]] || complain "a file outside after $1"
 }
 
@@ -167,7 +167,7 @@ $opened"
 DEBUG:: [List START]' end='DEBUG:: [List END]'
     listed="$heading
 $end"
-    database 'head -c 4096 /dev/urandom | dd status=none of=AppMan.db bs=4096 seek=1 conv=notrunc'
+    database 'printf %4096s | dd status=none of=AppMan.db bs=4096 seek=1 conv=notrunc'
     database_lines=$created$opened
     database ': >AppMan.db' AppMan.db
     database 'rm AppMan.db; ln -s moved.db AppMan.db' moved.db
@@ -230,7 +230,7 @@ check_neighbours() {
     remember
     start 0 "${unprivileged[@]}" "$quiver" x good.zpk
     has err Success
-    only_changed ' \./ezxlocal/download/mystuff/quiver/Demo'
+    only_changed " $apps/Demo"
     [[ -x $apps/Demo/data && ! -x outside/file ]] || complain "what is executable: $(ls -l outside)"
 }
 

@@ -42,7 +42,7 @@ installs() {
         echo 'DEBUG:: Command executed returned 0'
         "$seven_zip" x -y -spd "$safe" -oelsewhere </dev/null
     } | same out
-    only_changed " \./${folder#root/}/"
+    only_changed " $folder/"
     diff -r $content "$folder/$content" || complain "the files of $path"
     has err " ${path##*/}"
     if [[ $kind == ZPK ]]; then

@@ -3,16 +3,24 @@
 set -euo pipefail
 umask 022
 unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM QUIVER_ROOT QUIVER_SCALE LANG
-export LC_ALL=C.UTF-8 XDG_RUNTIME_DIR=/nonexistent
+export LC_ALL=C.UTF-8
 build=$1
 seven_zip=$2
 repository=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
 quiver=$build/bin/quiver
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+trap 'remove "$work"' EXIT
 cd "$work"
+mkdir -m 700 runtime
+export XDG_RUNTIME_DIR=$work/runtime
 failures=0
 answers= # what is typed
+
+# Removes a folder with all that is closed to its owner.
+remove() {
+    chmod -R u+rwX "$1"
+    rm -rf "$1"
+}
 
 complain() {
     printf 'FAILED: %s\n' "$*"
@@ -42,7 +50,7 @@ has() {
 
 # A phone with a card, nothing installed, and a database.
 new_phone() {
-    rm -rf root
+    [[ ! -e root ]] || remove root
     "$repository/scripts/phone" new "$work/root" --bare
     export QUIVER_ROOT=$work/root
     "$quiver" --install >out
@@ -50,7 +58,10 @@ new_phone() {
 
 # Everything in the phone: kind, mode and name, and the files' contents.
 listing() {
-    (cd root && find . -printf '%M %p %l\n' && find . -type f -exec sha256sum {} +) | LC_ALL=C sort
+    {
+        find root -printf '%M %p %l\n' || :
+        find root -type f -readable -exec sha256sum {} + || :
+    } 2>&1 | LC_ALL=C sort
 }
 
 remember() {

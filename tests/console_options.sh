@@ -166,6 +166,26 @@ DEBUG:: SD Extended Partition Skins Directory creation Failed"
     phone 'printf "a /mmc/mmca1 x rw 0 0\nb /mmc/mmca1 x rw 0 0" >etc/mtab; rm -r mmc/mmcb1'
 
     storage_lines="$both
+${missing/\%s//ezxlocal/download/mystuff/quiver}
+$failed
+DEBUG:: Phone Directory creation Failed
+${missing/\%s//ezxlocal/download/mystuff/skins}
+$failed
+DEBUG:: Phone Skins Directory creation Failed
+${missing/\%s//ezxlocal/quiver}
+$failed
+DEBUG:: Application Sys Files Directory creation Failed"
+    database_lines="DEBUG:: Can't open Applications database: unable to open database file"
+    phone 'rm -r ezxlocal'
+    echo "Can't open Applications database: unable to open database file" | same err
+}
+
+# Folders that the program makes; only root can work in them.
+check_new_folders() {
+    local storage_lines database_lines
+    local missing="DEBUG:: Dir '%s' doesn't exist. Try to create it"
+    storage_lines="DEBUG:: SD exists
+DEBUG:: SD extended partition exists
 ${missing/\%s//mmc/mmca1/quiver}
 ${missing/\%s//mmc/mmca1/skins}
 ${missing/\%s//mmc/mmcb1/skins}
@@ -181,20 +201,6 @@ Application Database Opened'
         'CREATE TABLE AppReg (   id INTEGER PRIMARY KEY,   UUID CHAR(38),   Name VARCHAR(64),   PathName VARCHAR(255),   Location INT,   RegDate DATE)
 CREATE TABLE App_Menu(   app_id	INTENGER NOT NULL       CONSTRAINT fk_app_id REFERENCES AppReg(id) ON DELETE CASCADE)' ]] ||
         complain 'the tables of a new database'
-
-    storage_lines="$both
-${missing/\%s//ezxlocal/download/mystuff/quiver}
-$failed
-DEBUG:: Phone Directory creation Failed
-${missing/\%s//ezxlocal/download/mystuff/skins}
-$failed
-DEBUG:: Phone Skins Directory creation Failed
-${missing/\%s//ezxlocal/quiver}
-$failed
-DEBUG:: Application Sys Files Directory creation Failed"
-    database_lines="DEBUG:: Can't open Applications database: unable to open database file"
-    phone 'rm -r ezxlocal'
-    echo "Can't open Applications database: unable to open database file" | same err
 }
 
 new_phone
@@ -202,6 +208,7 @@ fill_phone
 remember
 check_command_lines
 check_storage
+[[ $(id -u) != 0 ]] || check_new_folders
 new_phone
 check_names
 [[ $failures == 0 ]]
