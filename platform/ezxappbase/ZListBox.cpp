@@ -154,7 +154,7 @@ bool ZListBox::moveHighlight(QKeyEvent* event) {
     case Qt::Key_Up:
         target = nextEnabled(qMax(0, current - step), -1);
         if (target < 0 || (current <= 0 && isFresh))
-            target = isFresh ? nextEnabled(last, -1) : current;
+            target = isFresh ? nextEnabled(last, -1) : nextEnabled(0, 1);
         break;
     case Qt::Key_Down:
         target = current >= last && isFresh ? nextEnabled(0, 1)
