@@ -210,6 +210,9 @@ void ZListBox::mouseReleaseEvent(QMouseEvent* event) {
         choose(released);
 }
 
+/// The first touch has chosen the row already, and other rows may be under the finger by now.
+void ZListBox::mouseDoubleClickEvent(QMouseEvent*) {}
+
 void ZListBox::resizeEvent(QResizeEvent* event) {
     QListView::resizeEvent(event);
     if (currentIndex().isValid())
