@@ -131,5 +131,5 @@ private:
     ZListBox* m_packageList = nullptr;
     std::unique_ptr<ZPopup> m_pleaseWait;
     bool m_multiSelect = false;
-    bool m_installPending = false;
+    QString m_confirmedPackage; ///< what is to be installed next; empty where nothing is
 };

@@ -99,21 +99,23 @@ void zBaseGUI::zpk_highlighted(int row) {
 void zBaseGUI::confirmInstall() {
     const QString name = nameAt(m_packageList, m_packageList->currentItem());
     // A second touch on the row may come in before the first installation has begun.
-    if (m_installPending ||
+    if (!m_confirmedPackage.isEmpty() ||
         !askYesNo(::tr("POP_INSTALL_ZPK_TITLE"), ::tr("POP_INSTALL_ZPK_CONFIRM_TEXT").arg(name),
                   "Mpkgbox_Small.g"))
         return;
-    m_installPending = true;
+    m_confirmedPackage = browserFolder() + '/' + name;
     QTimer::singleShot(installDelay, this, &zBaseGUI::cmd_InstallZPK);
     puts("DEBUG:: Install ZPK");
 }
 
 void zBaseGUI::cmd_InstallZPK() {
-    const QString folder = browserFolder();
-    const QString name = nameAt(m_packageList, m_packageList->currentItem());
-    if (installZpk(hostPath(folder + '/' + name), *m_pleaseWait, m_multiSelect))
+    QString package = m_confirmedPackage;
+    // Keys that came in after the answer may have highlighted another row.
+    if (package.isEmpty())
+        package = browserFolder() + '/' + nameAt(m_packageList, m_packageList->currentItem());
+    if (installZpk(hostPath(package), *m_pleaseWait, m_multiSelect))
         refreshList(true);
-    m_installPending = false;
+    m_confirmedPackage.clear();
 }
 
 void zBaseGUI::zpkOptM_Install() {
