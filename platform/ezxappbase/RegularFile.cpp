@@ -3,13 +3,40 @@
 #include "Bytes.h"
 
 #include <QFile>
-#include <QSaveFile>
 
 #include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+// Qt's QSaveFile is not used: it can only name files whose names are UTF-8, and writes to another
+// file otherwise.
+
+namespace {
+
+/// The file that `path` leads to, so that a link stays a link.
+QByteArray linkTarget(const QByteArray& path) {
+    char buffer[PATH_MAX] = {};
+    return realpath(path.constData(), buffer) ? QByteArray(buffer) : path;
+}
+
+bool writeAll(int descriptor, const QByteArray& content) {
+    QFile file;
+    return file.open(descriptor, QIODevice::WriteOnly) && file.write(content) == content.size() &&
+           file.flush() && fsync(descriptor) == 0;
+}
+
+mode_t newFileMode() {
+    const mode_t mask = umask(0);
+    umask(mask);
+    return 0666 & ~mask;
+}
+
+} // namespace
 
 int openRegularFile(const QString& path) {
     const int descriptor = open(toBytes(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
@@ -33,14 +60,23 @@ bool readRegularFile(const QString& path, qint64 limit, QByteArray& content) {
 }
 
 bool replaceFile(const QString& path, const QByteArray& content) {
+    const QByteArray target = linkTarget(toBytes(path));
     struct stat before = {};
-    const bool existed = stat(toBytes(path).constData(), &before) == 0;
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    const bool isNew = stat(target.constData(), &before) != 0;
+    if (!isNew && (!S_ISREG(before.st_mode) ||
+                   faccessat(AT_FDCWD, target.constData(), W_OK, AT_EACCESS) != 0))
         return false;
-    if (file.write(content) != content.size())
+    QByteArray temporary = target + ".XXXXXX";
+    const int descriptor = mkostemp(temporary.data(), O_CLOEXEC);
+    if (descriptor < 0)
         return false;
-    if (existed && fchown(file.handle(), before.st_uid, before.st_gid) == 0)
-        fchmod(file.handle(), before.st_mode & 07777);
-    return file.commit();
+    const bool written = writeAll(descriptor, content);
+    // A change of the owner clears bits of the mode, so it goes first.
+    const bool ownerKept = isNew || fchown(descriptor, before.st_uid, before.st_gid) == 0;
+    fchmod(descriptor, isNew ? newFileMode() : before.st_mode & (ownerKept ? 07777 : 0777));
+    close(descriptor);
+    if (written && rename(temporary.constData(), target.constData()) == 0)
+        return true;
+    unlink(temporary.constData());
+    return false;
 }
