@@ -23,6 +23,13 @@ public:
 
     QString bigIcon() const { return m_bigIcon; }
 
+    /// The folder of its program (a phone path), and the command that starts it there.
+    QString directory() const { return m_directory; }
+
+    QString exec() const { return m_exec; }
+
+    QString vendor() const { return m_vendor; }
+
 private:
     QUuid m_uuid;
     QString m_name;
@@ -30,4 +37,7 @@ private:
     QString m_icon;
     QString m_attribute;
     QString m_bigIcon;
+    QString m_directory;
+    QString m_exec;
+    QString m_vendor;
 };
