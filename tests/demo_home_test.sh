@@ -1,0 +1,205 @@
+#!/bin/bash
+# Runs the demo phone's home screen: what it shows, what it starts, and that its keeper keeps it.
+# demo_home_test.sh BUILD-FOLDER
+set -euo pipefail
+export LC_ALL=C.UTF-8 QUIVER_BUILD=$1
+bin=$1/demo/bin
+
+# The restart of the menu finds processes by their names, so the test gets a process table of its own.
+if [[ ${2-} != inside ]]; then
+    alone=(unshare --map-root-user --pid --fork --kill-child --mount-proc)
+    [[ $(id -u) != 0 ]] || alone=(unshare --pid --fork --kill-child --mount-proc)
+    if ! "${alone[@]}" true; then
+        echo 'SKIPPED: the home screen is NOT tested: no process namespace to be had here' >&2
+        exit 77
+    fi
+    exec "${alone[@]}" "$0" "$1" inside
+fi
+
+unset DISPLAY WAYLAND_DISPLAY QUIVER_SCALE QT_SCALE_FACTOR
+repository=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
+keeper=$repository/demo/keeper
+programs=(am flawplayer messaging)
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work"
+export XDG_RUNTIME_DIR=$work
+failures=0
+
+complain() {
+    printf 'FAILED: %s\n' "$*"
+    failures=$((failures + 1))
+}
+
+# eventually SECONDS WHAT COMMAND...: the command succeeds within that time.
+eventually() {
+    local end=$((SECONDS + $1)) what=$2
+    shift 2
+    until "$@"; do
+        if ((SECONDS > end)); then
+            complain "not in time: $what"
+            return
+        fi
+        sleep 0.1
+    done
+}
+
+one_of_each() {
+    local name
+    for name in "${programs[@]}"; do
+        [[ $(busybox pidof "$name") =~ ^[0-9]+$ ]] || return 1
+    done
+}
+
+none_left() { ! busybox pidof "${programs[@]}" keeper >none; }
+
+ids() { busybox pidof "${programs[@]}" | tr ' ' '\n' | sort; }
+
+# All three run, and none of them has an id that is in the file `before`.
+all_new() { one_of_each && [[ -z $(ids | comm -12 - before) ]]; }
+
+shows() { [[ $(<log) == "$1" ]]; }
+
+says() { [[ $(tail -n 1 log) == "am: $1" ]]; }
+
+# start_keeper BIN-FOLDER [PREFIX...]: its standard input is open as long as `hold` is.
+start_keeper() {
+    local folder=$1
+    shift
+    : >log
+    exec {hold}> >(exec "$@" "$keeper" "$folder" >log 2>error)
+    keeper_id=$!
+}
+
+let_go() { exec {hold}>&-; }
+
+main_menu='am: Main Menu > Messages
+am: Main Menu > Contacts
+am: Main Menu > Multimedia
+am: Main Menu > Tools
+am: Main Menu > Quiver
+am: Main Menu > Settings'
+
+# Puts an application at the front of the main menu, and an item that nothing is known of.
+register_by_hand() {
+    local am=$QUIVER_ROOT/ezxlocal/download/appwrite/am new=0badcafe-0000-4000-8000-00000000000a
+    printf '\n[%s]\nName = Заметки\nExec = nothing\n' $new >>"$am/InstalledDB"
+    sed -i "0,/^Items = /s//&0badcafe-0000-4000-8000-00000000000b;$new;/" "$am/UserMenuTree"
+}
+
+check_restart() {
+    local before
+    start_keeper "$bin"
+    eventually 30 'the first start' one_of_each
+    eventually 30 'the main menu' shows "$main_menu"
+    ids >before
+
+    register_by_hand
+    sleep 2
+    shows "$main_menu" || complain "the menu changed without a restart: $(<log)"
+    [[ $(ids) == "$(<before)" ]] || complain 'a process did not last'
+
+    busybox killall "${programs[@]}"
+    eventually 10 'all three again' all_new
+    eventually 30 'the new entry' shows "$main_menu
+am: Main Menu > Заметки
+$main_menu"
+
+    before=$(busybox pidof am flawplayer)
+    busybox killall messaging
+    eventually 10 'one of three again' one_of_each
+    [[ $(busybox pidof am flawplayer) == "$before" ]] || complain 'the others were started, too'
+
+    let_go
+    eventually 10 'the end with the standard input' none_left
+    [[ ! -s error ]] || complain "the keeper said: $(<error)"
+}
+
+check_signals() {
+    local signal program
+    for signal in TERM INT HUP; do
+        start_keeper "$bin" env "--default-signal=$signal"
+        eventually 30 'the start' one_of_each
+        for program in am messaging; do
+            kill -s STOP "$(busybox pidof $program)" # such a one has to be forced
+        done
+        kill -s "$signal" "$keeper_id"
+        eventually 15 "the end with $signal" none_left
+        let_go
+    done
+}
+
+# Programs that end at once are started again, but not without end; the third one stays.
+check_failing() {
+    local name count
+    mkdir failing
+    for name in am flawplayer; do
+        printf '#!/bin/sh\necho %s\n' $name >failing/$name
+    done
+    chmod +x failing/*
+    ln -s "$bin/messaging" failing
+    start_keeper failing
+    sleep 8
+    for name in am flawplayer; do
+        count=$(grep -cx $name log)
+        ((count >= 4 && count <= 7)) || complain "$count starts of $name in 8 s"
+    done
+    grep -q 'am keeps ending at once' error || complain "no word of it: $(<error)"
+    [[ $(busybox pidof messaging) =~ ^[0-9]+$ ]] || complain 'the sound one does not run'
+    let_go
+    eventually 10 'the end of the failing ones' none_left
+}
+
+check_refusals() {
+    local status=0
+    "$keeper" >log 2>&1 || status=$?
+    [[ $status == 2 && $(<log) == usage:* ]] || complain "without a folder: $status, $(<log)"
+    status=0
+    "$keeper" "$work" >log 2>&1 || status=$?
+    [[ $status == 1 && $(<log) == *'am is missing' ]] || complain "an empty folder: $status, $(<log)"
+    status=0
+    timeout 20 "$bin/am" >log 2>&1 || status=$?
+    [[ $status == 1 && $(<log) == *'no display'* ]] || complain "no display: $status, $(<log)"
+}
+
+press() { DISPLAY=:$display xdotool key --delay 100 "$@"; }
+
+has_focus() { [[ $(DISPLAY=:$display xdotool getwindowfocus getwindowname 2>none) == "$1" ]]; }
+
+runs() { [[ $(readlink "/proc/$(busybox pidof "${1##*/}")/exe") == "$QUIVER_ROOT/$1" ]]; }
+
+# On a visible screen, by the keys.
+check_screen() {
+    local display clock=ezxlocal/download/apps/Clock/worldclock
+    Xvfb -displayfd 3 -screen 0 240x320x24 -nolisten tcp 3>display 2>/dev/null &
+    eventually 30 'the X server' test -s display
+    display=$(<display)
+    DISPLAY=:$display "$bin/am" >log &
+    eventually 30 'the main menu' says 'Main Menu > Settings'
+    eventually 30 'the window' has_focus Phone
+    press Return
+    eventually 10 'the notice' says 'Messages cannot be started'
+    press Escape Down Down Down Down Return
+    eventually 10 'the folder' says 'Quiver > Sudoku'
+    press F2
+    eventually 10 'the way back' says 'Main Menu > Settings'
+    press F2 Up F1 # there is no way further back, and the highlight is where it was
+    eventually 10 'another folder' says 'Tools > Clock'
+    press Return
+    eventually 20 'the program' runs $clock
+}
+
+new_phone() {
+    rm -rf root
+    "$repository/scripts/phone" new root
+}
+
+new_phone
+export QUIVER_ROOT=$work/root
+check_refusals
+QT_QPA_PLATFORM=offscreen check_restart
+QT_QPA_PLATFORM=offscreen check_signals
+check_failing
+new_phone
+check_screen
+[[ $failures == 0 ]]
