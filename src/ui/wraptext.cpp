@@ -5,16 +5,25 @@
 
 namespace {
 
-/// The longest beginning of `word`, of whole characters, that fits a line.
+/// The longest beginning of `word` that fits a line, of whole characters. Letters that combine
+/// count as one character however many they are; where that alone is too wide, it is cut as well.
 qsizetype fittingLength(const QString& word, int width, const QFontMetrics& metrics) {
+    const auto fits = [&](qsizetype length) {
+        return metrics.horizontalAdvance(' ' + word.left(length)) < width;
+    };
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, word);
-    qsizetype length = finder.toNextBoundary();
-    for (qsizetype next = finder.toNextBoundary(); next > 0; next = finder.toNextBoundary()) {
-        if (metrics.horizontalAdvance(' ' + word.left(next)) >= width)
-            break;
+    qsizetype length = 0;
+    for (qsizetype next = finder.toNextBoundary(); next > 0 && fits(next);
+         next = finder.toNextBoundary())
         length = next;
+    if (length > 0)
+        return length;
+    length = word.at(0).isHighSurrogate() ? 2 : 1;
+    for (qsizetype next = length + 1; next < word.size() && fits(next); ++next) {
+        if (!word.at(next).isLowSurrogate())
+            length = next;
     }
-    return length > 0 ? length : word.size();
+    return length;
 }
 
 } // namespace
