@@ -40,10 +40,7 @@ bool unpack(const QString& package, const QString& folder, bool quietOnSuccess) 
     QString command = QString("%2 x -y '%3'").arg(ArchiverPath, asFileArgument(package));
     if (!folder.isEmpty())
         command += " -o" + hostPath(folder);
-    // The archiver would take the name for a pattern and unpack all that matches.
-    if (package.contains('*') || package.contains('?'))
-        command += " -spd";
-    return runPathCommand(package, command, quietOnSuccess);
+    return runPathCommand(package, command + literalNameSwitch(package), quietOnSuccess);
 }
 
 bool confirm(const char* titleKey, const char* textKey, const QString& package) {

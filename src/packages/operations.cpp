@@ -91,7 +91,8 @@ void saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
     const QString target = hostPath(folder);
     const QString enter = QString("cd '%1';").arg(hostPath(appsFolder(app.location)));
     const QString pack =
-        QString(" %1 a -y '%2/%3.zpk' '%4'").arg(ArchiverPath, target, name, asFileArgument(name));
+        QString(" %1 a -y '%2/%3.zpk' '%4'").arg(ArchiverPath, target, name, asFileArgument(name)) +
+        literalNameSwitch(name);
     const QString older = target + '/' + name + ".zpk";
     if (fitsInQuotes(older))
         runSystem(QString("rm -f '%1'").arg(older));

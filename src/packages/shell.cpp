@@ -105,6 +105,10 @@ QString asFileArgument(const QString& name) {
     return name.startsWith('-') || name.startsWith('@') ? "./" + name : name;
 }
 
+QString literalNameSwitch(const QString& name) {
+    return name.contains('*') || name.contains('?') ? " -spd" : "";
+}
+
 bool fitsInQuotes(const QString& path) {
     return !path.contains('\'');
 }
