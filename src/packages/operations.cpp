@@ -13,7 +13,9 @@
 #include "storage.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 #include <ftw.h>
 #include <unistd.h>
@@ -94,6 +96,10 @@ void saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
         QString(" %1 a -y '%2/%3.zpk' '%4'").arg(ArchiverPath, target, name, asFileArgument(name)) +
         literalNameSwitch(name);
     const QString older = target + '/' + name + ".zpk";
+    // Without its folder the archiver would leave an empty package, or pack what has the same name
+    // in the working directory.
+    if (!exists(hostPath(app.path)))
+        return showError(app.path + ": " + QString::fromLocal8Bit(strerror(errno)));
     if (fitsInQuotes(older))
         runSystem(QString("rm -f '%1'").arg(older));
     runPathCommand(older, enter + pack, quietOnSuccess);
