@@ -45,18 +45,24 @@ int entriesIn(const QString& folder) {
     return countedEntries;
 }
 
-/// Moves the folder, and takes away what a failed move has left at the target as long as the source
-/// is still whole: half an application must not turn up beside the real one.
+/// Moves the folder; true when the application lies at `to` afterwards. What a failed move has left
+/// there is taken away as long as the source is still whole: half an application must not turn up
+/// beside the real one. Once the source has lost something, the target is the whole one.
 bool moveFolder(const QString& from, const QString& to, bool quietOnSuccess) {
     if (exists(to)) {
         showError(tr("POP_ERROR_EXISTS_TEXT"));
         return false;
     }
     const int before = entriesIn(from);
-    if (runPathCommand(from, QString("mv '%1' '%2/'").arg(from, to), quietOnSuccess))
+    const bool done = runPathCommand(from, QString("mv '%1' '%2/'").arg(from, to), quietOnSuccess);
+    // A command that a signal ended counts as a success, so the folder itself has to tell.
+    if (done && !exists(from))
         return true;
-    if (fitsInQuotes(from) && exists(to) && entriesIn(from) == before)
-        runSystem(QString("rm -rf '%1'").arg(to));
+    if (!fitsInQuotes(from) || !exists(to))
+        return false;
+    if (entriesIn(from) < before)
+        return entriesIn(to) == before;
+    runSystem(QString("rm -rf '%1'").arg(to));
     return false;
 }
 
@@ -107,7 +113,8 @@ void saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
 
 bool deleteApp(ZPK_App& app, bool quietOnSuccess) {
     const QString path = hostPath(app.path);
-    if (!runPathCommand(path, QString("rm -rf '%1'").arg(path), quietOnSuccess)) {
+    const bool done = runPathCommand(path, QString("rm -rf '%1'").arg(path), quietOnSuccess);
+    if (!done || exists(path)) {
         puts("DEBUG:: Error while deleting ZPK");
         return false;
     }
