@@ -56,14 +56,8 @@ void ChoiceRow::paintEvent(QPaintEvent*) {
         text.setLeft(text.left() + icon + padding);
     }
     painter.setPen(ink);
-    const QFont font = lookFont(Measure::dialogFont, QFont::DemiBold);
-    const int words = int(Qt::AlignVCenter | Qt::AlignLeft) | Qt::TextWordWrap;
-    painter.setFont(font);
-    if (QRect(QFontMetrics(font).boundingRect(text, words, this->text())).height() <= text.height())
-        painter.drawText(text, words, this->text());
-    else
-        paintFitted(painter, text, Qt::AlignLeft, this->text(), Measure::dialogFont,
-                    QFont::DemiBold);
+    painter.setFont(fittedFont(this->text(), text.size(), Measure::dialogFont, QFont::DemiBold));
+    painter.drawText(text, int(Qt::AlignVCenter | Qt::AlignLeft) | Qt::TextWordWrap, this->text());
 
     const QPointF centre(width() - padding - mark / 2.0, height() / 2.0);
     painter.setPen(QPen(quiet, 2));

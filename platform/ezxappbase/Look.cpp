@@ -53,6 +53,17 @@ double fontFactor() {
     return factor;
 }
 
+/// The largest font that `fits`. A larger font than normal must not cost words, so the smallest one
+/// is taken from the normal size.
+template<typename Test>
+QFont shrunkFont(int pixels, QFont::Weight weight, const Test& fits) {
+    QFont font = lookFont(pixels, weight);
+    const int smallest = pixels * 5 / 8;
+    while (font.pixelSize() > smallest && !fits(QFontMetrics(font)))
+        font.setPixelSize(font.pixelSize() - 1);
+    return font;
+}
+
 int distance(QRgb first, QRgb second) {
     return std::abs(qRed(first) - qRed(second)) + std::abs(qGreen(first) - qGreen(second)) +
            std::abs(qBlue(first) - qBlue(second));
@@ -92,12 +103,17 @@ QFont lookFont(int pixels, QFont::Weight weight) {
 }
 
 QFont fittedFont(const QString& text, int width, int pixels, QFont::Weight weight) {
-    QFont font = lookFont(pixels, weight);
-    const int smallest = font.pixelSize() * 5 / 8;
     // Advances are rounded: a text of just that width may still be cut when it is painted.
-    while (font.pixelSize() > smallest && QFontMetrics(font).horizontalAdvance(text) >= width)
-        font.setPixelSize(font.pixelSize() - 1);
-    return font;
+    return shrunkFont(pixels, weight, [&](const QFontMetrics& metrics) {
+        return metrics.horizontalAdvance(text) < width;
+    });
+}
+
+QFont fittedFont(const QString& text, const QSize& room, int pixels, QFont::Weight weight) {
+    const QRect place(QPoint(), room);
+    return shrunkFont(pixels, weight, [&](const QFontMetrics& metrics) {
+        return place.contains(metrics.boundingRect(place, Qt::TextWordWrap, text));
+    });
 }
 
 void paintFitted(QPainter& painter, const QRect& place, Qt::Alignment alignment,

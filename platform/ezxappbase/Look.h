@@ -73,8 +73,12 @@ int scaled(int measure);
 /// The application's font at `pixels` (a measure, scaled here).
 QFont lookFont(int pixels, QFont::Weight weight = QFont::Normal);
 
-/// As `lookFont`, made smaller (down to five eighths) where `text` would be wider than `width`.
+/// As `lookFont`, made smaller (down to five eighths of `pixels`) where `text` would be wider than
+/// `width`.
 QFont fittedFont(const QString& text, int width, int pixels, QFont::Weight weight);
+
+/// The same for a text whose words wrap in `room`.
+QFont fittedFont(const QString& text, const QSize& room, int pixels, QFont::Weight weight);
 
 /// Paints `text` on one line in `place`, in a fitted font and, as the last resort, elided.
 void paintFitted(QPainter& painter, const QRect& place, Qt::Alignment alignment,
