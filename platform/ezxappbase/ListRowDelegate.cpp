@@ -169,8 +169,10 @@ void paintEmptyNotice(QPainter& painter, const QRect& place, const QPixmap& icon
     const int headingHeight =
         QFontMetrics(headingFont).boundingRect(column, wrapped, heading).height();
     const int hintHeight = QFontMetrics(hintFont).boundingRect(column, wrapped, hint).height();
-    const int texts = headingHeight + Measure::grid + hintHeight;
-    // Where there is little room the words come first.
+    const int both = headingHeight + Measure::grid + hintHeight;
+    // Where there is little room the words come first, and of them the heading.
+    const bool hasHint = both <= place.height();
+    const int texts = hasHint ? both : headingHeight;
     const bool hasPicture = !icon.isNull() && texts + gap + picture.height() <= place.height();
     int top =
         place.top() + (place.height() - texts - (hasPicture ? gap + picture.height() : 0)) / 2;
@@ -183,6 +185,8 @@ void paintEmptyNotice(QPainter& painter, const QRect& place, const QPixmap& icon
     painter.setFont(headingFont);
     painter.setPen(colours().text);
     painter.drawText(QRect(column.left(), top, column.width(), headingHeight), wrapped, heading);
+    if (!hasHint)
+        return;
     top += headingHeight + Measure::grid;
     painter.setFont(hintFont);
     painter.setPen(colours().secondaryText);
