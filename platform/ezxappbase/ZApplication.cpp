@@ -53,6 +53,8 @@ QAccessibleInterface* makeAccessible(const QString& className, QObject* object) 
     auto* widget = qobject_cast<QWidget*>(object);
     if (widget && className == u"ZPopup")
         return new QAccessibleWidget(widget, QAccessible::Dialog);
+    if (widget && className == u"ZOptionsMenu")
+        return new QAccessibleWidget(widget, QAccessible::PopupMenu);
     return nullptr;
 }
 

@@ -163,6 +163,7 @@ void ZOptionsMenu::openSubmenu(int index) {
     highlight(index);
     hide();
     submenu->m_opener = this;
+    submenu->setAccessibleName(m_rows.at(index)->text());
     submenu->open(softKeys()->leftText(), softKeys()->rightText());
 }
 

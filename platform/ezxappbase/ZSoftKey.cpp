@@ -34,8 +34,10 @@ void ZSoftKey::setClickedSlot(const char* slot) {
 }
 
 void ZSoftKey::pressLeft() {
-    if (m_menu)
-        m_menu->open(m_leftWhileShown, m_rightWhileShown);
+    if (!m_menu)
+        return;
+    m_menu->setAccessibleName(leftText());
+    m_menu->open(m_leftWhileShown, m_rightWhileShown);
 }
 
 void ZSoftKey::pressRight() {
