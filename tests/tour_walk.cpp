@@ -14,10 +14,12 @@
 #include "ZSoftKey.h"
 #include "zBaseGUI.h"
 
+#include <QAbstractButton>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QImage>
+#include <QLabel>
 #include <QSet>
 #include <QTabBar>
 #include <QTest>
@@ -38,6 +40,7 @@ namespace {
 constexpr int tickMilliseconds = 10;
 constexpr qint64 patienceMilliseconds = 30000;
 constexpr int fewestColours = 16;
+constexpr int fewestColoursOfText = 3; // ground, ink and one shade between
 
 std::unique_ptr<ZConfig> languageFile;
 QList<Step> allSteps;
@@ -167,6 +170,49 @@ bool isBlank(const QImage& picture) {
     return coloursOf(picture, content).size() < fewestColours;
 }
 
+/// A text and where on the screen it should be.
+struct TextPlace {
+    QString text;
+    QRect place;
+};
+
+QRect onScreen(const QWidget& widget, const QRect& place) {
+    return QRect(widget.mapTo(&ZScreen::instance(), place.topLeft()), place.size());
+}
+
+/// The rows that are wholly in sight, without their icons.
+QList<TextPlace> rowTexts(const ZListBox& list) {
+    const int icon = scaled(list.isCompact() ? Measure::compactIcon : Measure::rowIcon);
+    const int check = list.hasCheckBoxes() ? scaled(Measure::checkBox) + 2 * Measure::grid : 0;
+    QList<TextPlace> texts;
+    for (int row = 0; row < list.count(); ++row) {
+        const QRect place = list.visualRect(list.model()->index(row, 0));
+        if (!list.viewport()->rect().contains(place))
+            continue;
+        const int beside = list.item(row)->isEnabled() ? icon + check + 4 * Measure::grid : 0;
+        texts += {readRow(list, row),
+                  onScreen(*list.viewport(), place.adjusted(beside, 0, -Measure::scrollBar, -2))};
+    }
+    return texts;
+}
+
+/// Labels and buttons of what is in front, and the rows of the list where that is the window.
+QList<TextPlace> textsInFront() {
+    const QWidget* front = ZPopup::active();
+    if (!front)
+        front = ZOptionsMenu::active();
+    QList<TextPlace> texts = front ? QList<TextPlace>() : rowTexts(listInFront());
+    for (const QWidget* part : (front ? front : &window())->findChildren<QWidget*>()) {
+        const auto* label = qobject_cast<const QLabel*>(part);
+        const auto* button = qobject_cast<const QAbstractButton*>(part);
+        const QString text = label ? label->text() : button ? button->text() : QString();
+        const QRect place = part->visibleRegion().boundingRect();
+        if (part->isVisible() && !text.isEmpty() && place.height() >= part->font().pixelSize())
+            texts += {text, onScreen(*part, place)};
+    }
+    return texts;
+}
+
 /// Goes through the steps by a timer, as the dialogs run event loops of their own within the keys
 /// that open them.
 class Walker : public QObject {
@@ -181,7 +227,8 @@ private:
     const Step& step() const { return allSteps.at(m_step); }
 
     QString label() const {
-        return QString("%1-%2").arg(m_taken + 1, 2, 10, QChar('0')).arg(step().name);
+        const QString name = step().name.isEmpty() ? "end" : step().name;
+        return QString("%1-%2").arg(m_taken + 1, 2, 10, QChar('0')).arg(name);
     }
 
     void tick() {
@@ -257,6 +304,10 @@ private:
         picture = pictureOfScreen();
         if (isBlank(picture))
             return "the screen is blank";
+        for (const auto& [text, place] : textsInFront()) {
+            if (coloursOf(picture, place).size() < fewestColoursOfText)
+                return "not painted: " + text;
+        }
         return picture == m_picture ? "the screen looks as it did before" : QString();
     }
 
