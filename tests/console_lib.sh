@@ -13,7 +13,6 @@ trap 'remove "$work"' EXIT
 cd "$work"
 mkdir -m 700 runtime
 export XDG_RUNTIME_DIR=$work/runtime
-failures=0
 answers= # what is typed
 
 # Removes a folder with all that is closed to its owner.
@@ -22,9 +21,14 @@ remove() {
     rm -rf "$1"
 }
 
+# Counts also within a pipeline.
 complain() {
-    printf 'FAILED: %s\n' "$*"
-    failures=$((failures + 1))
+    printf 'FAILED: %s\n' "$*" | tee -a "$work/failures"
+}
+
+# The status of the whole test.
+passed() {
+    [[ ! -e $work/failures ]]
 }
 
 # start STATUS COMMAND...: the command ends so. Its outputs are in the files `out`, which it sees as

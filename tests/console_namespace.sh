@@ -142,4 +142,4 @@ make_program
 check_first_start
 check_installation
 check_listings
-[[ $failures == 0 ]]
+passed

@@ -211,4 +211,4 @@ check_storage
 [[ $(id -u) != 0 ]] || check_new_folders
 new_phone
 check_names
-[[ $failures == 0 ]]
+passed
