@@ -66,6 +66,21 @@ bool moveFolder(const QString& from, const QString& to, bool quietOnSuccess) {
     return false;
 }
 
+/// Forgets the application that the database has at `path`. Nothing lay there before a move, so
+/// that one was deleted by hand, or moved by a program that was killed before it could say so; the
+/// newcomer would be taken for it.
+void forgetAppAt(const QString& path) {
+    QString text;
+    if (!findUuidByPath(path, text))
+        return;
+    ZPK_App gone;
+    gone.path = path;
+    gone.uuid = std::make_unique<QUuid>(QUuid::fromString(text));
+    if (isAppInMenu(path, nullptr))
+        unregisterAppFromMenu(gone);
+    deleteAppRecord(gone.uuid.get());
+}
+
 void writeDescriptorName(const ZPK_App& app) {
     const QString path = hostPath(QString("%1/%2.cfg").arg(app.path, folderName(app)));
     const std::optional<QByteArray> text = readWholeFile(path);
@@ -86,6 +101,7 @@ bool moveApp(ZPK_App& app, bool quietOnSuccess) {
         return false;
     }
     puts("DEBUG:: ZPK Moved succesfully");
+    forgetAppAt(path);
     app.location = target;
     app.path = path;
     updateAppRecord(app.uuid.get(), app.name, app.path, app.location);
