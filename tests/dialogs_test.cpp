@@ -1,0 +1,241 @@
+#include "dialogs.h"
+
+#include "ChoiceRow.h"
+#include "FlatButton.h"
+#include "Look.h"
+#include "RES_ICON_Reader.h"
+#include "SoftKeyBar.h"
+#include "ZLabel.h"
+#include "ZMessageDlg.h"
+#include "ZScreen.h"
+#include "support.h"
+
+#include <QRegularExpression>
+#include <QScopeGuard>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTest>
+
+namespace {
+
+using Action = std::function<void(ZPopup&)>;
+
+constexpr int stays = -1;
+
+/// The result of a dialog behind `action`: `stays` where that has not ended it.
+int answerTo(ZMessageDlg::Type type, const Action& action) {
+    ZMessageDlg dialog("Title", "Text", type, 0, nullptr, nullptr, true, 0);
+    Dialogs dialogs({[&](ZPopup& popup) {
+        popup.done(stays);
+        action(popup);
+    }});
+    return dialog.exec();
+}
+
+const QList<Choice> three = {{"One", "ctact_mobile_tab.bmp"}, {"Two", ""}, {"Three", "none.bmp"}};
+
+std::optional<int> choose(const Action& action) {
+    Dialogs dialogs({action});
+    return chooseOne("Title", "Text", three);
+}
+
+FlatButton* buttonOf(const QWidget& parent, const QString& text) {
+    for (FlatButton* button : parent.findChildren<FlatButton*>(Qt::FindDirectChildrenOnly)) {
+        if (button->text() == text)
+            return button;
+    }
+    return nullptr;
+}
+
+QWidget* cardOf(const ZPopup& popup) {
+    return popup.findChild<QScrollArea*>()->parentWidget();
+}
+
+QRect onScreen(const QWidget& widget) {
+    return QRect(widget.mapTo(&ZScreen::instance(), QPoint()), widget.size());
+}
+
+auto smallestScreen() {
+    ZScreen::instance().resize(176, 220);
+    return qScopeGuard([] { ZScreen::instance().resize(Measure::screen); });
+}
+
+} // namespace
+
+TEST(MessageDialog, EachKeyAnswersInItsWay) {
+    for (const auto& [key, question, notice] : Rows<int, int, int>{
+             {Qt::Key_Return, 1, 1},
+             {Qt::Key_Enter, 1, 1},
+             {Qt::Key_Select, 1, 1},
+             {Qt::Key_F1, 1, 1},
+             {Qt::Key_F2, 0, stays},
+             {Qt::Key_Escape, 0, 0},
+             {Qt::Key_Backspace, 0, 0},
+             {Qt::Key_Space, stays, stays},
+             {Qt::Key_Tab, stays, stays},
+             {Qt::Key_1, stays, stays},
+             {Qt::Key_Down, stays, stays},
+         }) {
+        const auto pressed = [key](ZPopup&) { press(key); };
+        const auto held = [key](ZPopup& popup) {
+            QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
+            QCoreApplication::sendEvent(&popup, &event);
+        };
+        EXPECT_EQ(answerTo(ZMessageDlg::Question, pressed), question) << key;
+        EXPECT_EQ(answerTo(ZMessageDlg::Notice, pressed), notice) << key;
+        EXPECT_EQ(answerTo(ZMessageDlg::Question, held), stays) << key;
+    }
+}
+
+TEST(MessageDialog, TouchesAnswerOnButtonsAndSoftKeysOnly) {
+    const auto touching = [](const char* text, bool softKey) {
+        return [=](ZPopup& popup) {
+            const QWidget* parent = softKey ? popup.findChild<SoftKeyBar*>() : cardOf(popup);
+            const FlatButton* button = buttonOf(*parent, text);
+            button ? touch(*button) : void();
+        };
+    };
+    for (const bool softKey : {false, true}) {
+        EXPECT_EQ(answerTo(ZMessageDlg::Question, touching("Yes", softKey)), 1);
+        EXPECT_EQ(answerTo(ZMessageDlg::Question, touching("No", softKey)), 0);
+        EXPECT_EQ(answerTo(ZMessageDlg::Notice, touching("OK", softKey)), 1);
+        EXPECT_EQ(answerTo(ZMessageDlg::Notice, touching("No", softKey)), stays);
+    }
+    EXPECT_EQ(answerTo(ZMessageDlg::Question,
+                       [](ZPopup& popup) {
+                           touch(*popup.findChild<ZLabel*>());
+                           QTest::mouseClick(ZScreen::instance().windowHandle(), Qt::LeftButton, {},
+                                             QPoint(2, 2));
+                       }),
+              stays);
+}
+
+TEST(MessageDialog, ALongTextScrollsByKeysAndAWideWordBreaks) {
+    const auto restore = smallestScreen();
+    const QString text = QString("a line of a command's output\n").repeated(60) +
+                         QString(100, 'W') + QString("И").repeated(100);
+    ZMessageDlg dialog("Title", text, ZMessageDlg::Notice, 0, nullptr, nullptr, true, 0);
+    Dialogs dialogs({[&](ZPopup& popup) {
+        const auto* scroll = popup.findChild<QScrollArea*>();
+        EXPECT_LE(popup.findChild<ZLabel*>()->width(), scroll->viewport()->width());
+        const QScrollBar* bar = scroll->verticalScrollBar();
+        QList<int> places;
+        for (const int key : {Qt::Key_Down, Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Up}) {
+            press(key);
+            places.append(bar->value());
+        }
+        EXPECT_GT(places[0], 0);
+        EXPECT_GT(places[1], 3 * places[0]);
+        EXPECT_EQ(places.mid(2), (QList<int>{places[0], 0}));
+        for (int i = 0; i < 100; ++i)
+            press(Qt::Key_PageDown);
+        EXPECT_EQ(bar->value(), bar->maximum());
+        press(Qt::Key_Return);
+    }});
+    EXPECT_EQ(dialog.exec(), 1);
+    EXPECT_EQ(messageOf(dialog), text);
+}
+
+TEST(ChoiceDialog, KeysMoveAndAccept) {
+    using namespace Qt;
+    for (const auto& [keys, chosen] : Rows<QList<int>, std::optional<int>>{
+             {{Key_Return}, 0},
+             {{Key_Down, Key_F1}, 1},
+             {{Key_Down, Key_Down, Key_Down, Key_Down, Key_Return}, 2},
+             {{Key_Down, Key_Down, Key_Up, Key_Return}, 1},
+             {{Key_Up, Key_Return}, 0},
+             {{Key_Down, Key_Escape}, std::nullopt},
+             {{Key_Down, Key_F2}, std::nullopt},
+             {{Key_Backspace}, std::nullopt},
+         }) {
+        const QList<int> pressed = keys;
+        EXPECT_EQ(choose([&](ZPopup&) { std::for_each(pressed.begin(), pressed.end(), press); }),
+                  chosen);
+    }
+}
+
+TEST(ChoiceDialog, ATouchChoosesAndASecondOneAccepts) {
+    const auto result = choose([](ZPopup& popup) {
+        const auto rows = popup.findChildren<ChoiceRow*>();
+        ASSERT_EQ(rows.size(), 3);
+        touch(*rows.at(2));
+        EXPECT_TRUE(rows.at(2)->isChecked());
+        touch(*rows.at(1));
+        EXPECT_TRUE(rows.at(1)->isChecked());
+        EXPECT_FALSE(rows.at(2)->isChecked());
+        popup.done(stays); // not answered so far
+        EXPECT_EQ(ZPopup::active(), &popup);
+        touch(*rows.at(1));
+    });
+    EXPECT_EQ(result, 1);
+}
+
+TEST(ChoiceDialog, TheChosenRowIsAlwaysInSight) {
+    const auto restore = smallestScreen();
+    choose([](ZPopup& popup) {
+        const QWidget* viewport = popup.findChild<QScrollArea*>()->viewport();
+        for (const int key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Up, Qt::Key_Up}) {
+            press(key);
+            for (const ChoiceRow* row : popup.findChildren<ChoiceRow*>())
+                EXPECT_TRUE(!row->isChecked() || onScreen(*viewport).contains(onScreen(*row)));
+        }
+        press(Qt::Key_F2);
+    });
+}
+
+TEST(Popup, KeysAndFocusGoBackToWhatLiesBelow) {
+    auto* below = new QWidget;
+    below->setFocusPolicy(Qt::StrongFocus);
+    ZScreen::instance().setMainWidget(below);
+    const auto restore = qScopeGuard([&] { delete below; });
+    ZScreen::instance().present();
+    below->setFocus();
+    ZMessageDlg outer("Outer", "", ZMessageDlg::Question, 0, nullptr, nullptr, true, 0);
+    int innerResult = stays;
+    Dialogs dialogs({[&](ZPopup& popup) {
+        EXPECT_EQ(&popup, &outer);
+        QTimer::singleShot(20, [&] {
+            EXPECT_EQ(ZPopup::active()->title(), "Inner");
+            EXPECT_FALSE(outer.hasFocus());
+            press(Qt::Key_Escape);
+        });
+        innerResult = askYesNo("Inner", "Text");
+        EXPECT_EQ(ZPopup::active(), &outer);
+        EXPECT_TRUE(outer.hasFocus());
+        press(Qt::Key_Return);
+    }});
+    EXPECT_EQ(outer.exec(), 1);
+    EXPECT_EQ(innerResult, 0);
+    EXPECT_TRUE(below->hasFocus());
+    EXPECT_EQ(ZPopup::active(), nullptr);
+}
+
+TEST(Popup, PleaseWaitGoesByItselfAfterItWasPainted) {
+    const auto popup = makePleaseWait();
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_FALSE(popup->isVisible());
+        const QImage before = ZScreen::instance().grab().toImage();
+        EXPECT_EQ(popup->exec(), 0);
+        popup->show();
+        EXPECT_TRUE(popup->isVisible());
+        EXPECT_EQ(ZPopup::active(), nullptr);
+        EXPECT_NE(ZScreen::instance().grab().toImage(), before);
+        popup->hide();
+    }
+    EXPECT_EQ(messageOf(*popup), "POP_PLEASEWAIT");
+}
+
+TEST(Icons, EveryNameInTheSourcesHasAPictureAndOthersNone) {
+    const RES_ICON_Reader reader;
+    static const QRegularExpression name("\"(\\w+\\.(?:bmp|gif|png|g))\"");
+    int names = 0;
+    const QString sources = allSources();
+    for (auto all = name.globalMatch(sources); all.hasNext(); ++names) {
+        const QString icon = all.next().captured(1);
+        EXPECT_FALSE(reader.getIcon(icon).isNull()) << qPrintable(icon);
+    }
+    EXPECT_GT(names, 10);
+    for (const char* none : {"", ".", "none.bmp", "/", "../icons/", ".svg", "fm_small/x.bmp"})
+        EXPECT_TRUE(reader.getIcon(none).isNull()) << none;
+    EXPECT_EQ(reader.getIcon("fm_small.bmp", 20).deviceIndependentSize(), QSizeF(20, 20));
+}

@@ -1,0 +1,205 @@
+#include "discovery.h"
+
+#include "Bytes.h"
+#include "PhoneRoot.h"
+#include "database.h"
+#include "storage.h"
+#include "support.h"
+
+#include <cstdlib>
+
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+const QByteArray onPhone = "/ezxlocal/download/mystuff/quiver/";
+const QByteArray onCard = "/mmc/mmca1/quiver/";
+
+void makeApp(const Phone& phone, const QByteArray& path, const QByteArray& name) {
+    phone.makeFile(path + path.mid(path.lastIndexOf('/')) + ".cfg", "Name = " + name + "\n");
+}
+
+void openDatabase(const Phone& phone) {
+    phone.makeFolder("/ezxlocal/quiver");
+    outputOf([] { EXPECT_TRUE(openAppDb()); });
+}
+
+/// What was discovered: lines of key, path and location in the order of the map.
+QByteArray discovered() {
+    outputOf(discoverApps);
+    QByteArray lines;
+    for (const auto& [key, app] : AppMap)
+        lines += toBytes(key + ' ' + app->path + ' ' + QString::number(app->location) + '\n');
+    return lines;
+}
+
+int rowCount() {
+    sqlite3_stmt* statement = nullptr;
+    sqlite3_prepare_v2(AppDb, "SELECT COUNT(*) FROM AppReg", -1, &statement, nullptr);
+    sqlite3_step(statement);
+    const int count = sqlite3_column_int(statement, 0);
+    sqlite3_finalize(statement);
+    return count;
+}
+
+/// The identifier that comes next out of the C library's generator.
+QByteArray nextUuid() {
+    char text[40] = {};
+    snprintf(text, sizeof text, "{8e10aded-f8ee-%04x-", rand() & 0xFFFF);
+    QByteArray uuid = text;
+    for (int i = 0; i < 8; ++i) {
+        snprintf(text, sizeof text, i == 2 ? "-%02x" : "%02x", rand() & 0xFF);
+        uuid += text;
+    }
+    return uuid + '}';
+}
+
+} // namespace
+
+TEST(Discovery, TheMapIsOrderedByNameAndPlace) {
+    const Phone phone;
+    openDatabase(phone);
+    SdPresent = true;
+    makeApp(phone, onCard + "Two", "Same");
+    for (const auto& [folder, name] : Rows<const char*, const char*>{{"One", "Same"},
+                                                                     {"a", "Double"},
+                                                                     {"b", "Double"},
+                                                                     {"B", "Double"},
+                                                                     {"c", "apple"},
+                                                                     {"d", "Zebra"},
+                                                                     {"e", ""},
+                                                                     {"f", "\xD0\x98"}})
+        makeApp(phone, onPhone + folder, name);
+    EXPECT_EQ(discovered(), "Double_PH " + onPhone + "b 0\nSame_PH " + onPhone + "One 0\nSame_SD " +
+                                onCard + "Two 1\nZebra_PH " + onPhone + "d 0\n_PH " + onPhone +
+                                "e 0\napple_PH " + onPhone + "c 0\n\xD0\x98_PH " + onPhone +
+                                "f 0\n");
+    EXPECT_EQ(rowCount(), 9);
+    SdPresent = false;
+    EXPECT_FALSE(discovered().contains("_SD"));
+}
+
+TEST(Discovery, FoldersOfAnyNameAreFoundAndNothingElse) {
+    const Phone phone;
+    openDatabase(phone);
+    QByteArray expected;
+    for (const char* name : {"*", ".hidden", "a b", "it's \"$(x)\"", "\xD0\x98", "\xFF\xFE"}) {
+        makeApp(phone, onPhone + name, name);
+        expected += QByteArray(name) + "_PH " + onPhone + name + " 0\n";
+    }
+    makeApp(phone, "/elsewhere/Linked", "Linked");
+    EXPECT_EQ(symlink(phone.host("/elsewhere/Linked").constData(),
+                      phone.host(onPhone + "Linked").constData()),
+              0);
+    phone.makeFile(onPhone + "file", "Name = file\n");
+    phone.makeFile(onPhone + "Wrong/wrong.cfg", "Name = x\n");
+    for (int twice = 0; twice < 2; ++twice) {
+        EXPECT_EQ(discovered(), expected);
+        EXPECT_EQ(rowCount(), 6);
+    }
+}
+
+TEST(Discovery, ACardBehindALinkOutOfTheRootIsThePhonesOwn) {
+    const Phone phone;
+    phone.makeFolder("/root/mmc");
+    makeApp(phone, "/outside/quiver/A", "A");
+    makeApp(phone, "/outside/quiver/B", "B");
+    const QByteArray link = phone.host("/root/mmc/mmca1");
+    EXPECT_EQ(symlink(phone.host("/outside").constData(), link.constData()), 0);
+    qputenv("QUIVER_ROOT", phone.host("/root"));
+    SdPresent = true;
+    EXPECT_EQ(discovered(), "A_SD /mmc/mmca1/quiver/A 1\nB_SD /mmc/mmca1/quiver/B 1\n");
+}
+
+TEST(Discovery, AnIdentifierIsDrawnOnceAndKept) {
+    const Phone phone;
+    openDatabase(phone);
+    const QByteArray game = onPhone + "Game";
+    makeApp(phone, game, "Game");
+    srand(42);
+    const QByteArray used = nextUuid();
+    const QByteArray drawn = nextUuid();
+    addAppRecord(QUuid::fromString(used), "Other", "/other", 0);
+    srand(42);
+    EXPECT_EQ(outputOf(discoverApps),
+              "DEBUG:: Count for PathName ('" + game + "') = 0\nDEBUG:: Count for PathName ('" +
+                  used + "') = 1\nDEBUG:: Count for PathName ('" + drawn +
+                  "') = 0\nDEBUG:: Adding APP to AppDB ('Game')\n\tApp UUID is " + drawn +
+                  "\nDEBUG:: REGISTERED Count for PathName ('" + game + "') = 0\n");
+    outputOf([&] { addAppToMenu(game, nullptr); });
+    makeApp(phone, game, "Renamed by hand");
+    EXPECT_EQ(outputOf(discoverApps),
+              "DEBUG:: Count for PathName ('" + game +
+                  "') = 1\nDEBUG:: Application 'Renamed by hand' is already in DB.\n"
+                  "\tApp UUID is " +
+                  drawn + "\nDEBUG:: REGISTERED Count for PathName ('" + game + "') = 1\n");
+    ASSERT_EQ(AppMap.size(), 1u);
+    EXPECT_EQ(AppMap.begin()->second->uuid->toByteArray(), drawn);
+    EXPECT_TRUE(AppMap.begin()->second->registeredInMenu);
+
+    // Moved by hand it is another application.
+    phone.makeFolder(onPhone + "other");
+    rename(phone.host(game).constData(), phone.host(onPhone + "Moved").constData());
+    makeApp(phone, onPhone + "Moved", "Game");
+    discovered();
+    EXPECT_NE(AppMap.begin()->second->uuid->toByteArray(), drawn);
+    EXPECT_EQ(rowCount(), 3);
+}
+
+TEST(Discovery, WithoutADatabaseEverythingIsListed) {
+    const Phone phone;
+    makeApp(phone, onPhone + "A", "A");
+    makeApp(phone, onPhone + "B", "B");
+    for (const bool broken : {false, true}) {
+        if (broken) {
+            phone.makeFile("/ezxlocal/quiver/AppMan.db", "rubbish");
+            outputOf([] { openAppDb(); });
+        }
+        EXPECT_EQ(discovered(), "A_PH " + onPhone + "A 0\nB_PH " + onPhone + "B 0\n");
+        for (const auto& [key, app] : AppMap)
+            EXPECT_FALSE(app->uuid->isNull() || app->registeredInMenu);
+    }
+}
+
+TEST(Discovery, TheWorkingDirectoryIsTheSameAfterwards) {
+    const Phone phone;
+    makeApp(phone, onPhone + "A", "A");
+    SdPresent = true;
+    phone.makeFile("/mmc/mmca1/quiver", "no folder");
+    phone.makeFolder("/here");
+    chmod(phone.host("/here").constData(), 0111);
+    EXPECT_TRUE(enterFolder("/here"));
+    const Unprivileged unprivileged;
+    EXPECT_EQ(discovered(), "A_PH " + onPhone + "A 0\n");
+    EXPECT_EQ(currentFolder(), "/here");
+}
+
+TEST(ListDir, TakesWhatTheFlagsSay) {
+    const Phone phone;
+    for (const char* folder : {"/d/Folder", "/d/afolder", "/d/folder.zpk", "/d/.dot"})
+        phone.makeFolder(folder);
+    for (const char* file : {"/d/a.zpk", "/d/B.zpk.old", "/d/c.ZPK", "/d/it's.txt", "/d/\xFF"})
+        phone.makeFile(file, "");
+    EXPECT_EQ(symlink("Folder", phone.host("/d/link").constData()), 0);
+    EXPECT_TRUE(enterFolder("/d"));
+    const QStringList folders = {".dot", "Folder", "afolder", "folder.zpk"};
+    const QStringList packages = {"B.zpk.old", "a.zpk", "folder.zpk"};
+    const QStringList files = {"B.zpk.old", "a.zpk", "c.ZPK",          "folder.zpk",
+                               "it's.txt",  "link",  fromBytes("\xFF")};
+    for (const auto& [foldersOnly, otherFiles, showAll, names] :
+         Rows<bool, bool, bool, QStringList>{{true, false, false, folders},
+                                             {true, true, true, folders},
+                                             {false, true, false, packages},
+                                             {false, false, true, packages},
+                                             {false, true, true, files}}) {
+        EXPECT_EQ(listDir(foldersOnly, otherFiles, showAll, true), names);
+        QStringList unsorted = listDir(foldersOnly, otherFiles, showAll, false);
+        unsorted.sort();
+        EXPECT_EQ(unsorted, names);
+    }
+    chmod(phone.host("/d").constData(), 0111);
+    const Unprivileged unprivileged;
+    EXPECT_EQ(listDir(false, true, true, true), QStringList());
+}

@@ -1,0 +1,243 @@
+#include "ui_support.h"
+
+#include "ChoiceRow.h"
+#include "FlatButton.h"
+#include "Look.h"
+#include "MenuRow.h"
+#include "SoftKeyBar.h"
+#include "ZLabel.h"
+#include "ZListBox.h"
+#include "ZOptionsMenu.h"
+#include "ZPopup.h"
+#include "ZScreen.h"
+#include "language.h"
+
+#include <QAbstractScrollArea>
+#include <QAccessible>
+#include <QFile>
+#include <QScrollArea>
+#include <QTest>
+
+#include <filesystem>
+
+using namespace Qt;
+
+namespace {
+
+bool isScrolled(const QWidget& widget) {
+    for (const QWidget* at = &widget; at; at = at->parentWidget()) {
+        if (qobject_cast<const QAbstractScrollArea*>(at->parentWidget()))
+            return true;
+    }
+    return false;
+}
+
+class UiLayout : public Ui, public testing::WithParamInterface<const char*> {
+protected:
+    UiLayout() { m_words = QString::fromUtf8(readFile(languageFile())); }
+
+    static QByteArray languageFile() {
+        return QByteArray(QUIVER_SOURCE_DIR "/languages/quiver_") + GetParam() + ".lng";
+    }
+
+    /// Everything that can be seen lies on the screen and all its text can be read.
+    void expectReadable(const char* state) {
+        QCoreApplication::processEvents();
+        const QRect screen = ZScreen::instance().rect();
+        SCOPED_TRACE(testing::Message()
+                     << state << ' ' << screen.width() << 'x' << screen.height());
+        int found = 0;
+        for (QWidget* widget : ZScreen::instance().findChildren<QWidget*>()) {
+            if (!widget->isVisible())
+                continue;
+            const QRect place(widget->mapTo(&ZScreen::instance(), QPoint()), widget->size());
+            EXPECT_TRUE(isScrolled(*widget) || screen.contains(place))
+                << widget->metaObject()->className();
+            found += expectTexts(*widget);
+        }
+        EXPECT_GT(found, 4); // title, tabs and keys at the least
+    }
+
+    /// Sizes from the smallest to that of a phone of today.
+    template<typename Check>
+    void atEverySize(const Check& check) {
+        for (const QSize size : {QSize(176, 220), QSize(240, 320), QSize(320, 240), QSize(480, 800),
+                                 QSize(1080, 2160)}) {
+            ZScreen::instance().resize(size);
+            QCoreApplication::processEvents();
+            ASSERT_EQ(window->size(), size);
+            check();
+        }
+    }
+
+private:
+    int expectTexts(QWidget& widget) {
+        const QList<DrawnText> texts = drawnTexts(widget);
+        // Glyphs reach over by part of a pixel; the outer rows of a list may show one half only.
+        const int cut = qobject_cast<QAbstractScrollArea*>(widget.parentWidget()) ? 100 : 0;
+        const QRectF room = QRectF(widget.rect()).adjusted(-1, -cut, 1, cut);
+        for (const DrawnText& drawn : texts) {
+            const QByteArray what = drawn.text.toUtf8() + " in " + widget.metaObject()->className();
+            const QRectF ink = drawn.place;
+            EXPECT_TRUE(room.contains(ink))
+                << what.constData() << ": " << ink.left() << ',' << ink.top() << ' ' << ink.right()
+                << ',' << ink.bottom() << " in " << room.width() << 'x' << room.height();
+            // Large letters may cost the end of a menu entry on the smallest screen.
+            const bool isTight = scaled(16) > 16 && ZScreen::instance().width() < 200 &&
+                                 qobject_cast<MenuRow*>(&widget);
+            const bool isElided =
+                drawn.text.contains(QChar(0x2026)) && !m_words.contains(drawn.text);
+            EXPECT_FALSE(isElided && !isTight) << what.constData();
+            for (const DrawnText& other : texts)
+                EXPECT_TRUE(&other == &drawn || !other.place.adjusted(2, 1, -2, -1).intersects(ink))
+                    << what.constData() << " and " << qPrintable(other.text);
+        }
+        return int(texts.size());
+    }
+
+    QString m_words;
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Languages, UiLayout,
+                         testing::Values("de", "en", "es", "fr", "it", "pl", "pt", "ru", "zh"),
+                         [](const auto& info) { return std::string(info.param); });
+
+TEST_P(UiLayout, ListsAndMenusCanBeRead) {
+    insertCard();
+    addApp(0, "Alpha");
+    addApp(1, "Beta");
+    phone.makeFile("/mmc/mmca1/a.zpk", "x");
+    openFilled(GetParam());
+    atEverySize([this] {
+        expectReadable("list");
+        press(Key_F1);
+        expectReadable("main menu");
+        press(Key_6);
+        expectReadable("save-as menu");
+        pressAll({Key_Escape, Key_7});
+        expectReadable("view menu");
+        pressAll({Key_Escape, Key_8});
+        press(Key_Return);
+        expectReadable("multi-select");
+        press(Key_F1);
+        expectReadable("multi-select menu");
+        pressAll({Key_F2, Key_F2, Key_Right});
+        expectReadable("browser");
+        press(Key_F1);
+        expectReadable("package menu");
+        pressAll({Key_F2, Key_Left});
+    });
+    pressAll({Key_F1, Key_7});
+    atEverySize([this] { expectReadable("menu that was open before"); });
+}
+
+TEST_P(UiLayout, NoticesOfEmptyListsCanBeRead) {
+    insertCard();
+    addApp(0, "Alpha");
+    phone.makeFolder("/mmc/mmca1/bare");
+    openFilled(GetParam());
+    window->loadFolder("/mmc/mmca1/bare");
+    atEverySize([this] {
+        chooseInMenu({6, 1});
+        expectReadable("all hidden");
+        chooseInMenu({6, 1});
+        press(Key_Right);
+        expectReadable("empty folder");
+        press(Key_Left);
+    });
+    std::filesystem::remove_all(
+        phone.host("/ezxlocal/download/mystuff/quiver/Alpha").toStdString());
+    chooseInMenu({8});
+    atEverySize([this] { expectReadable("nothing installed"); });
+}
+
+TEST_P(UiLayout, DialogsCanBeRead) {
+    insertCard();
+    phone.makeFile("/mmc/mmca1/a.zpk", "no archive");
+    openFilled(GetParam());
+    press(Key_Right);
+    window->setMainWidgetTitle(::tr("TXT_LOADING"));
+    expectReadable("loading");
+    window->setMainWidgetTitle("Quiver");
+    const auto reading = [this](const char* what, int key) {
+        return [this, what, key](ZPopup& popup) {
+            atEverySize([&] { expectReadable(what); });
+            key ? press(key) : popup.done(0);
+        };
+    };
+    press(Key_End);
+    Dialogs dialogs({reading("question", Key_F1), reading("places", Key_F1),
+                     reading("please wait", 0), reading("error", Key_F1)});
+    press(Key_Return);
+    QTest::qWait(40);
+}
+
+TEST_F(Ui, ScreenReadersFindNamesAndRoles) {
+    insertCard();
+    addApp(0, "Alpha");
+    addApp(0, "Beta");
+    phone.makeFile("/mmc/mmca1/a.zpk", "no archive");
+    openFilled();
+    // What can be seen of an object and what is in it, as "role name" with marks for its state.
+    const auto tell = [](const QAccessibleInterface* item) {
+        const QAccessible::State state = item->state();
+        return QString("%1 %2%3%4")
+            .arg(item->role())
+            .arg(item->text(QAccessible::Name), state.disabled ? " off" : "",
+                 state.checked ? " checked" : "");
+    };
+    std::function<void(QAccessibleInterface*, QStringList&)> collect =
+        [&](QAccessibleInterface* item, QStringList& found) {
+            if (item->role() != QAccessible::Client || !item->text(QAccessible::Name).isEmpty())
+                found.append(tell(item));
+            for (int i = 0; i < item->childCount(); ++i) {
+                if (!item->child(i)->state().invisible)
+                    collect(item->child(i), found);
+            }
+        };
+    const auto expectTold = [&](QObject* object,
+                                const QList<std::pair<QAccessible::Role, QString>>& expected) {
+        QStringList found;
+        collect(QAccessible::queryAccessibleInterface(object), found);
+        for (const auto& [role, name] : expected)
+            EXPECT_TRUE(found.contains(QString("%1 %2").arg(role).arg(name)))
+                << qPrintable(name) << " in " << qPrintable(found.join(", "));
+    };
+
+    chooseInMenu({7});
+    press(Key_Return);
+    expectTold(&ZScreen::instance(), {{QAccessible::Client, "Quiver"},
+                                      {QAccessible::PageTab, "all"},
+                                      {QAccessible::PageTab, "zpk"},
+                                      {QAccessible::List, "all"},
+                                      {QAccessible::ListItem, "Alpha, Author checked"},
+                                      {QAccessible::ListItem, "Beta, Author"},
+                                      {QAccessible::Button, "Options"},
+                                      {QAccessible::Button, "Cancel"}});
+    press(Key_F1);
+    expectTold(ZOptionsMenu::active(), {{QAccessible::PopupMenu, "Options"},
+                                        {QAccessible::Button, "Select"},
+                                        {QAccessible::Button, "Delete"},
+                                        {QAccessible::Button, "Add to/remove from menu off"}});
+    pressAll({Key_F2, Key_F2, Key_F1, Key_7});
+    expectTold(ZOptionsMenu::active(), {{QAccessible::PopupMenu, "View"},
+                                        {QAccessible::CheckBox, "On the phone checked"},
+                                        {QAccessible::CheckBox, "Only in phone menu"}});
+    pressAll({Key_F2, Key_F2, Key_Right, Key_End});
+    Dialogs dialogs({[&](ZPopup& popup) {
+                         expectTold(&popup, {{QAccessible::Dialog, "Install package"},
+                                             {QAccessible::StaticText, "Install a.zpk?"},
+                                             {QAccessible::Button, "Yes"}});
+                         press(Key_F1);
+                     },
+                     [&](ZPopup& popup) {
+                         expectTold(&popup, {{QAccessible::Dialog, "Install package"},
+                                             {QAccessible::RadioButton, "Phone memory checked"},
+                                             {QAccessible::RadioButton, "Memory card"}});
+                         press(Key_F2);
+                     }});
+    press(Key_Return);
+    QTest::qWait(40);
+}

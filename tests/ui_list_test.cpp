@@ -1,0 +1,293 @@
+#include "ui_support.h"
+
+#include "PhoneRoot.h"
+#include "RES_ICON_Reader.h"
+#include "ZListBox.h"
+#include "ZOptionsMenu.h"
+#include "ZScreen.h"
+#include "database.h"
+#include "discovery.h"
+
+#include <QImage>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <filesystem>
+
+#include <sys/stat.h>
+
+using namespace Qt;
+
+namespace {
+
+const QByteArray phoneApps = "/ezxlocal/download/mystuff/quiver/";
+
+void writePicture(const QByteArray& path, const QSize& size, const QColor& colour) {
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(colour);
+    ASSERT_TRUE(image.save(path, "PNG"));
+}
+
+QString nameOf(const QPixmap& icon, int size) {
+    if (icon.isNull())
+        return "none";
+    for (const char* name : {"ctact_mobile_tab.bmp", "fm_memory_card_tab.bmp",
+                             "cli_ptt_favorite_small.bmp", "yes_no_pop.bmp"}) {
+        if (icon.toImage() == RES_ICON_Reader().getIcon(name, size).toImage())
+            return name;
+    }
+    return icon.toImage().pixelColor(icon.width() / 2, icon.height() / 2).name();
+}
+
+class UiList : public Ui {
+protected:
+    /// A row as it can be seen: name, marker, author, marker.
+    QStringList row(int index) {
+        const ZListBoxItem& item = *apps().item(index);
+        QStringList parts;
+        for (const ZListItem& line : item.subItems(apps().textColumn())) {
+            parts += line.text.isEmpty() ? line.secondText : line.text;
+            parts += nameOf(line.icon, Measure::markerIcon);
+        }
+        return parts;
+    }
+
+    QString iconOf(int index) {
+        return nameOf(apps().item(index)->pixmap(apps().iconColumn(), Measure::rowIcon),
+                      Measure::rowIcon);
+    }
+
+    QList<bool> enabledEntries() {
+        QList<bool> enabled;
+        for (int id = 0; id < window->getMainMenu()->count(); ++id)
+            enabled.append(window->getMainMenu()->isItemEnabled(id));
+        return enabled;
+    }
+
+    static QList<bool> entries(bool move, bool others, bool view) {
+        return {move, others, others, others, others, others, view, others, true, true};
+    }
+
+    QString notice() {
+        QStringList texts;
+        for (const DrawnText& drawn : drawnTexts(*apps().viewport()))
+            texts.append(drawn.text.simplified());
+        return texts.join(' ');
+    }
+
+    /// Lookup and list agree, row for row.
+    void expectLookup() {
+        for (int index = 0; index < apps().count(); ++index) {
+            ASSERT_NE(window->getApp(index), nullptr);
+            EXPECT_EQ(window->getApp(index)->name, names(apps()).at(index));
+        }
+        EXPECT_EQ(window->getApp(-1), nullptr);
+        EXPECT_EQ(window->getApp(apps().count()), nullptr);
+        EXPECT_EQ(window->currentApp(), window->getApp(0));
+        EXPECT_EQ(apps().currentItem(), apps().count() > 0 ? 0 : -1);
+    }
+};
+
+} // namespace
+
+TEST_F(UiList, RowsTellNamePlaceAuthorAndMenu) {
+    insertCard();
+    addApp(0, "Zeta", "Zoë");
+    addApp(0, "alpha", "A. Author");
+    addApp(0, "Beta", "");
+    addApp(1, "Beta", "Карта");
+    openFilled();
+    addAppToMenu("/mmc/mmca1/quiver/Beta", nullptr);
+    chooseInMenu({8});
+
+    const QString onPhone = "ctact_mobile_tab.bmp";
+    const QString inMenu = "cli_ptt_favorite_small.bmp";
+    ASSERT_EQ(apps().count(), 4);
+    EXPECT_EQ(row(0), QStringList({"Beta", onPhone, "", "none"}));
+    EXPECT_EQ(row(1), QStringList({"Beta", "fm_memory_card_tab.bmp", "Карта", inMenu}));
+    EXPECT_EQ(row(2), QStringList({"Zeta", onPhone, "Zoë", "none"}));
+    EXPECT_EQ(row(3), QStringList({"alpha", onPhone, "A. Author", "none"}));
+    expectLookup();
+    EXPECT_EQ(window->getApp(1)->location, 1);
+    for (const ZListItem& line : apps().item(0)->subItems(1)) {
+        EXPECT_EQ(line.width, 50);
+        EXPECT_EQ(line.showPriority, 2);
+    }
+}
+
+TEST_F(UiList, IconsThatCannotBeShownDoNoHarm) {
+    const QString fallback = "yes_no_pop.bmp";
+    const QList<std::pair<QByteArray, QString>> expected = {
+        {"broken.png", "none"}, {"empty", fallback},        {"fifo.png", "none"},
+        {"folder", fallback},   {"huge.png", "none"},       {"missing.png", fallback},
+        {"own.png", "#ff0000"}, {"sub/own.png", "#ff0000"}, {"zero.png", "none"},
+    };
+    for (int i = 0; i < expected.size(); ++i) {
+        const QByteArray folder = 'A' + QByteArray::number(i);
+        const QByteArray icon = expected.at(i).first;
+        addApp(0, folder, "", icon == "empty" ? "" : icon);
+        const QByteArray path = phone.host(phoneApps + folder + '/');
+        writeFile(path + "broken.png", "\x89PNG\r\n\x1a\n and then nothing of use");
+        writeFile(path + "zero.png", "");
+        mkfifo(path + "fifo.png", 0644);
+        std::filesystem::create_directories((path + "folder").toStdString());
+        std::filesystem::create_directories((path + "sub").toStdString());
+        writePicture(path + "own.png", QSize(20, 10), Qt::red);
+        writePicture(path + "sub/own.png", QSize(64, 64), Qt::red);
+        writePicture(path + "huge.png", QSize(4097, 1), Qt::red);
+    }
+    openFilled();
+    ASSERT_EQ(apps().count(), expected.size());
+    for (int i = 0; i < expected.size(); ++i)
+        EXPECT_EQ(iconOf(i), expected.at(i).second) << expected.at(i).first.constData();
+    EXPECT_EQ(apps().item(6)->pixmap(0, 32).deviceIndependentSize(), QSizeF(32, 16));
+    ZScreen::instance().grab();
+    hold(Key_Down, 20);
+    ZScreen::instance().grab();
+    EXPECT_EQ(apps().currentItem(), expected.size() - 1);
+}
+
+TEST_F(UiList, FiltersHideRowsAndLookupsFollow) {
+    insertCard();
+    for (const auto& [location, name] :
+         QList<std::pair<int, QByteArray>>{{0, "A"}, {0, "B"}, {1, "C"}, {1, "D"}})
+        addApp(location, name);
+    openFilled();
+    addAppToMenu("/ezxlocal/download/mystuff/quiver/B", nullptr);
+    addAppToMenu("/mmc/mmca1/quiver/D", nullptr);
+    chooseInMenu({8});
+    EXPECT_EQ(names(apps()).join(""), "ABCD");
+
+    constexpr int card = 0, onPhone = 1, registered = 2;
+    const QList<std::pair<int, QString>> toggles = {
+        {card, "AB"}, {onPhone, ""},  {card, "CD"}, {registered, "D"},
+        {card, ""},   {onPhone, "B"}, {card, "BD"}, {registered, "ABCD"}};
+    QSignalSpy titles(window.get(), &QWidget::windowTitleChanged);
+    for (const auto& [entry, expected] : toggles) {
+        press(Key_Down);
+        titles.clear();
+        chooseInMenu({6, entry});
+        SCOPED_TRACE(qPrintable(expected));
+        EXPECT_EQ(names(apps()).join(""), expected);
+        expectLookup();
+        EXPECT_EQ(enabledEntries(), entries(!expected.isEmpty(), !expected.isEmpty(), true));
+        EXPECT_EQ(notice().contains("Nothing to show The view settings in the options menu hide "
+                                    "every application."),
+                  expected.isEmpty());
+        ASSERT_EQ(titles.count(), 2);
+        EXPECT_EQ(titles.at(0).at(0), QString("Refreshing…"));
+        EXPECT_EQ(titles.at(1).at(0), QString("Quiver"));
+    }
+
+    // A place that is neither of the two is in no filter.
+    AppMap.at("A_PH")->location = 2;
+    chooseInMenu({6, card});
+    chooseInMenu({6, onPhone});
+    EXPECT_EQ(names(apps()).join(""), "A");
+    EXPECT_EQ(row(0).at(1), "fm_memory_card_tab.bmp");
+    expectLookup();
+}
+
+TEST_F(UiList, TheMenuFollowsWhatTheListHolds) {
+    openFilled();
+    EXPECT_EQ(enabledEntries(), entries(false, false, false));
+    EXPECT_EQ(notice(), "No applications yet Choose a package in the second tab to install one.");
+    expectLookup();
+    pressAll({Key_Return, Key_Down, Key_Up, Key_End});
+    EXPECT_EQ(apps().currentItem(), -1);
+
+    addApp(0, "Alpha");
+    chooseInMenu({8});
+    EXPECT_EQ(enabledEntries(), entries(false, true, true)); // nowhere to move it
+    EXPECT_EQ(notice(), "Alpha Author");
+    std::filesystem::remove_all(phone.host(phoneApps + "Alpha").toStdString());
+    chooseInMenu({8});
+    EXPECT_EQ(enabledEntries(), entries(false, false, false));
+    expectLookup();
+}
+
+TEST_F(UiList, OnlyRefreshLooksAtTheFoldersAgain) {
+    insertCard();
+    addApp(0, "Beta");
+    addApp(1, "Gamma");
+    open();
+    QSignalSpy titles(window.get(), &QWidget::windowTitleChanged);
+    const auto takeTitles = [&] {
+        QStringList texts;
+        for (const QList<QVariant>& arguments : titles)
+            texts.append(arguments.at(0).toString());
+        titles.clear();
+        return texts;
+    };
+    const QStringList whole = {"Loading…", "Refreshing…", "Quiver"};
+    waitForFirstFill();
+    EXPECT_EQ(takeTitles(), whole + whole); // the browser, then the list
+    addApp(0, "Alpha");
+    press(Key_Down);
+    chooseInMenu({6, 2});
+    chooseInMenu({6, 2});
+    EXPECT_EQ(names(apps()), QStringList({"Beta", "Gamma"}));
+    EXPECT_EQ(apps().currentItem(), 0);
+    takeTitles();
+    press(Key_Down);
+    chooseInMenu({8});
+    EXPECT_EQ(takeTitles(), whole);
+    EXPECT_EQ(names(apps()), QStringList({"Alpha", "Beta", "Gamma"}));
+    expectLookup();
+    EXPECT_EQ(window->mainWidgetTitle(), "Quiver");
+    EXPECT_EQ(currentFolder(), "/mmc/mmca1"); // the browser's
+}
+
+TEST_F(UiList, ARowIsChosenOnce) {
+    phone.makeFile(phoneApps + "Alpha/Alpha.cfg", "Name = Alpha\nExec = run.sh\n");
+    phone.makeFile(phoneApps + "Alpha/run.sh", "#!/bin/sh\n");
+    chmod(phone.host(phoneApps + "Alpha/run.sh"), 0755);
+    openFilled();
+    const QByteArray launched = "DEBUG:: " + phone.host(phoneApps + "Alpha/run.sh &\n");
+    EXPECT_EQ(outputOf([] { hold(Key_Return, 30); }), launched);
+    EXPECT_EQ(outputOf([this] { touchRow(apps(), 0); }), launched);
+    EXPECT_EQ(outputOf([this] { touchTwice(*apps().viewport(), middleOf(apps(), 0)); }), launched);
+    const QPoint below(100, apps().viewport()->height() - 5);
+    EXPECT_EQ(outputOf([&] { touch(*apps().viewport(), below); }), "");
+    pressMouse(*apps().viewport(), middleOf(apps(), 0));
+    EXPECT_EQ(outputOf([&] { releaseMouse(*apps().viewport(), below); }), "");
+    chooseInMenu({7});
+    EXPECT_EQ(outputOf([this] {
+                  press(Key_Return);
+                  touchRow(apps(), 0);
+              }),
+              "");
+}
+
+TEST_F(UiList, AThousandApplications) {
+    constexpr int count = 1000;
+    for (int i = 0; i < count; ++i) {
+        const QByteArray folder = "App" + QByteArray::number(i).rightJustified(4, '0');
+        addApp(0, folder, "Author", "icon.png");
+        writePicture(phone.host(phoneApps + folder + "/icon.png"), QSize(32, 32), Qt::red);
+    }
+    outputOf([this] { openFilled(); });
+    ASSERT_EQ(apps().count(), count);
+    ZScreen::instance().grab();
+    for (int i = 0; i < count; ++i)
+        writePicture(phone.host(phoneApps) + "App" + QByteArray::number(i).rightJustified(4, '0') +
+                         "/icon.png",
+                     QSize(32, 32), Qt::blue);
+    EXPECT_EQ(iconOf(0), "#ff0000"); // read when it was painted, and kept
+    EXPECT_EQ(iconOf(count / 2), "#0000ff");
+    EXPECT_EQ(iconOf(count - 1), "#0000ff");
+    for (int row = 0; row < count; ++row)
+        ASSERT_EQ(window->getApp(row)->name, QString("App%1").arg(row, 4, 10, QChar('0')));
+    EXPECT_EQ(window->getApp(count), nullptr);
+
+    hold(Key_Down, 10);
+    const int slow = apps().currentItem();
+    EXPECT_GT(slow, 10);
+    EXPECT_LT(slow, 40);
+    hold(Key_Down, 200);
+    EXPECT_EQ(apps().currentItem(), count - 1);
+    hold(Key_Down, 0); // a fresh press goes round
+    EXPECT_EQ(apps().currentItem(), 0);
+    hold(Key_Up, 200);
+    EXPECT_EQ(apps().currentItem(), 0); // round, and up to the first
+}

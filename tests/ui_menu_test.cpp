@@ -1,0 +1,495 @@
+#include "ui_support.h"
+
+#include "FlatButton.h"
+#include "MenuRow.h"
+#include "ZListBox.h"
+#include "ZNavTabWidget.h"
+#include "ZOptionsMenu.h"
+#include "ZScreen.h"
+#include "ZSoftKey.h"
+#include "language.h"
+
+#include <QSignalSpy>
+#include <QTabBar>
+#include <QTest>
+
+using namespace Qt;
+
+namespace {
+
+const QStringList closed = {"Options", "Exit"};
+const QStringList opened = {"Select", "Cancel"};
+
+struct Entry {
+    const char* key;
+    const char* slot; ///< as SLOT gives it; null where the entry is wired to nothing
+    int state = 0;    ///< of a check entry
+    bool needsCard = false;
+};
+
+constexpr int off = ZOptionsMenu::CheckItem;
+constexpr int on = ZOptionsMenu::CheckItem | ZOptionsMenu::CheckedItem;
+
+const QList<Entry> mainEntries = {
+    {"APP_MOVE", SLOT(mainOptM_Move())},
+    {"APP_RENAME", SLOT(mainOptM_Rename())},
+    {"APP_DELETE", SLOT(mainOptM_Delete())},
+    {"APP_PROPERTIES", SLOT(mainOptM_Properties())},
+    {"APP_UN_REGISTER_APP_MENU", SLOT(mainOptM_RegisterAppMenu())},
+    {"APP_SAVE_AS_ZPK_TO", nullptr},
+    {"APP_VIEW", nullptr},
+    {"APP_MULTI_SELECT", SLOT(mainOptM_MultiSelect())},
+    {"APP_REFRESH", SLOT(mainOptM_Refresh())},
+    {"APP_ABOUT", SLOT(OptM_About())},
+};
+const QList<Entry> saveAsEntries = {
+    {"APP_SAVE_IN_SD", SLOT(mainSubOptM_SaveAs_SD()), 0, true},
+    {"APP_SAVE_IN_PH", SLOT(mainSubOptM_SaveAs_PH())},
+    {"APP_SAVE_IN_FM_LOC", SLOT(mainSubOptM_SaveAs_FM())},
+};
+const QList<Entry> viewEntries = {
+    {"APP_APPS_IN_SD", SLOT(mainSubOptM_ViewSDPH()), on, true},
+    {"APP_APPS_IN_PH", SLOT(mainSubOptM_ViewSDPH()), on},
+    {"APP_ONLY_REGISTERED_APPS", SLOT(mainSubOptM_ViewRegistered()), off},
+};
+const QList<Entry> multiSelectEntries = {
+    {"APP_MOVE", SLOT(mainOptMMS_Move()), 0, true},
+    {"APP_DELETE", SLOT(mainOptMMS_Delete())},
+    {"APP_UN_REGISTER_APP_MENU", nullptr},
+    {"APP_SELECT_ALL", SLOT(mainOptMMS_SelectAll())},
+    {"APP_UNSELECT_ALL", SLOT(mainOptMMS_UnselectAll())},
+    {"APP_CANCEL", SLOT(mainOptM_MultiSelect())},
+};
+const QList<Entry> packageEntries = {
+    {"ZPK_INSTALL", SLOT(zpkOptM_Install())},
+    {"APP_SHOW_ALL", SLOT(zpkOptM_ShowAll()), off},
+    {"APP_GO_MEMORY_CARD", SLOT(zpkOptM_GoToSD()), 0, true},
+    {"APP_GO_PHONE_MEMORY", SLOT(zpkOptM_GoToPH())},
+    {"APP_ABOUT", SLOT(OptM_About())},
+};
+
+void expectMenu(const ZOptionsMenu& menu, const QList<Entry>& entries, bool card,
+                zBaseGUI* window) {
+    ASSERT_EQ(menu.count(), entries.size());
+    for (int id = 0; id < entries.size(); ++id) {
+        const Entry& entry = entries.at(id);
+        SCOPED_TRACE(entry.key);
+        EXPECT_EQ(menu.itemText(id), ::tr(entry.key));
+        EXPECT_EQ(menu.itemState(id), entry.state);
+        const bool isShownOnly = &entries == &multiSelectEntries && id == 2;
+        EXPECT_EQ(menu.isItemEnabled(id), !isShownOnly && (card || !entry.needsCard));
+        // To take a connection away is the way to see it.
+        MenuRow* row = rowOf(menu, id);
+        const bool isWired =
+            entry.slot && QObject::disconnect(row, SIGNAL(chosen()), window, entry.slot);
+        EXPECT_EQ(isWired, entry.slot != nullptr);
+        EXPECT_FALSE(QObject::disconnect(row, SIGNAL(chosen()), nullptr, nullptr));
+    }
+}
+
+class UiMenu : public Ui {
+protected:
+    /// The menu in front and its highlighted entry.
+    QString place() {
+        const ZOptionsMenu* menu = ZOptionsMenu::active();
+        const std::pair<const ZOptionsMenu*, const char*> names[] = {
+            {nullptr, "none"},
+            {window->getMainMenu(), "main"},
+            {window->getSaveAsMenu(), "save"},
+            {window->getViewMenu(), "view"},
+            {window->getMultiSelectMenu(), "multi"},
+            {window->getPackageMenu(), "package"}};
+        for (const auto& [candidate, name] : names) {
+            if (candidate == menu)
+                return menu ? QString("%1 %2").arg(name).arg(menu->highlighted()) : name;
+        }
+        return "another";
+    }
+
+    void expectPlaces(const QList<std::pair<QList<int>, QString>>& table) {
+        for (const auto& [keys, expected] : table) {
+            pressAll(keys);
+            EXPECT_EQ(place(), expected) << testing::PrintToString(keys.toVector());
+            EXPECT_EQ(softKeys(), ZOptionsMenu::active() ? opened : closed);
+            for (int i = 0; i < 3; ++i)
+                press(Key_Escape);
+            EXPECT_EQ(place(), "none");
+        }
+    }
+
+    QString badge() {
+        QStringList texts;
+        for (const DrawnText& drawn : drawnTexts(*window))
+            texts.append(drawn.text);
+        texts.removeOne("Quiver");
+        return texts.join(' ');
+    }
+
+    QList<bool> checks() {
+        QList<bool> states;
+        for (int row = 0; row < apps().count(); ++row)
+            states.append(apps().item(row)->isChecked());
+        return states;
+    }
+
+    /// What the event loop gives back after `action`; `stays` when it is still running a moment
+    /// later.
+    static int loopResult(const std::function<void()>& action, int patience) {
+        QTimer::singleShot(0, qApp, action);
+        QTimer end;
+        QObject::connect(&end, &QTimer::timeout, [] { QCoreApplication::exit(stays); });
+        end.start(patience);
+        return QCoreApplication::exec();
+    }
+
+    static bool isLeftBy(const std::function<void()>& action) {
+        return loopResult(action, 5000) == 0;
+    }
+
+    static bool isKeptBy(const std::function<void()>& action) {
+        return loopResult(action, 300) == stays;
+    }
+
+    static constexpr int stays = 99;
+};
+
+} // namespace
+
+TEST_F(UiMenu, TheWindowHasItsSlotsInOrder) {
+    const QByteArrayList slotNames = {
+        "quit()",
+        "firstRefresh()",
+        "tabSelected(QString)",
+        "app_selected(int)",
+        "zpk_highlighted(int)",
+        "zpk_selected(int)",
+        "zpkOptM_Install()",
+        "zpkOptM_GoToSD()",
+        "zpkOptM_GoToPH()",
+        "zpkOptM_ShowAll()",
+        "mainOptM_Move()",
+        "mainOptM_Rename()",
+        "mainOptM_Delete()",
+        "mainOptMMS_Move()",
+        "mainOptMMS_Delete()",
+        "mainOptMMS_SelectAll()",
+        "mainOptMMS_UnselectAll()",
+        "mainOptM_Properties()",
+        "mainOptM_RegisterAppMenu()",
+        "mainSubOptM_SaveAs_PH()",
+        "mainSubOptM_SaveAs_SD()",
+        "mainSubOptM_SaveAs_FM()",
+        "mainSubOptM_ViewSDPH()",
+        "mainSubOptM_ViewRegistered()",
+        "mainOptM_MultiSelect()",
+        "mainOptM_Refresh()",
+        "OptM_About()",
+        "cmd_InstallZPK()",
+        "cmd_Move(ZPK_App*,int)",
+        "cmd_MultiMove()",
+        "cmd_Delete(ZPK_App*)",
+        "cmd_MultiDelete()",
+        "cmd_SaveAs(ZPK_App*,SAVE_LOCATION)",
+    };
+    const QMetaObject& meta = zBaseGUI::staticMetaObject;
+    EXPECT_STREQ(meta.className(), "zBaseGUI");
+    EXPECT_STREQ(meta.superClass()->className(), "ZKbMainWidget");
+    EXPECT_EQ(meta.propertyCount(), meta.propertyOffset());
+    QByteArrayList found;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        EXPECT_EQ(meta.method(i).methodType(), QMetaMethod::Slot);
+        found.append(meta.method(i).methodSignature());
+    }
+    EXPECT_EQ(found, slotNames);
+}
+
+TEST_F(UiMenu, MenusAreMadeOnceWithTheirEntries) {
+    for (const bool card : {true, false}) {
+        SCOPED_TRACE(card ? "card" : "no card");
+        if (card)
+            insertCard();
+        else
+            phone.makeFile("/etc/mtab", "");
+        SdPresent = false;
+        open();
+        const QList<ZOptionsMenu*> menus = {window->getMainMenu(), window->getSaveAsMenu(),
+                                            window->getViewMenu(), window->getMultiSelectMenu(),
+                                            window->getPackageMenu()};
+        SdPresent = !card; // a change that comes later changes nothing
+        EXPECT_EQ(menus, (QList<ZOptionsMenu*>{window->getMainMenu(), window->getSaveAsMenu(),
+                                               window->getViewMenu(), window->getMultiSelectMenu(),
+                                               window->getPackageMenu()}));
+        EXPECT_EQ(ZScreen::instance().findChildren<ZOptionsMenu*>().size(), 5);
+        EXPECT_EQ(rowOf(*menus[0], 5)->submenu(), menus[1]);
+        EXPECT_EQ(rowOf(*menus[0], 6)->submenu(), menus[2]);
+        expectMenu(*menus[0], mainEntries, card, window.get());
+        expectMenu(*menus[1], saveAsEntries, card, window.get());
+        expectMenu(*menus[2], viewEntries, card, window.get());
+        expectMenu(*menus[3], multiSelectEntries, card, window.get());
+        expectMenu(*menus[4], packageEntries, card, window.get());
+        window.reset();
+        ZScreen::discard();
+    }
+}
+
+TEST_F(UiMenu, KeysBeforeTheFirstFillFindEmptyLists) {
+    insertCard();
+    addApp(0, "Alpha");
+    addApp(1, "Beta");
+    open();
+    for (const int key : {Key_Down, Key_Up, Key_PageDown, Key_PageUp, Key_Home, Key_End, Key_Return,
+                          Key_Escape, Key_Backspace, Key_1, Key_0, Key_A, Key_Right, Key_Down,
+                          Key_Up, Key_End, Key_Return, Key_Left})
+        hold(key, 20);
+    EXPECT_EQ(apps().count() + files().count(), 0);
+    EXPECT_EQ(apps().currentItem(), -1);
+    EXPECT_EQ(window->currentApp(), nullptr);
+
+    hold(Key_F1, 20); // the menu comes first, the lists below it
+    touch(apps(), QPoint(235, 20));
+    hold(Key_F1, 0);
+    waitForFirstFill();
+    EXPECT_EQ(place(), "main 0");
+    press(Key_F2);
+    touch(apps(), apps().rect().bottomRight() - QPoint(9, 9));
+    touch(apps(), apps().rect().bottomRight() - QPoint(9, 9));
+    EXPECT_EQ(place(), "none");
+    EXPECT_EQ(names(apps()), QStringList({"Alpha", "Beta"}));
+    EXPECT_EQ(apps().currentItem(), 0);
+    EXPECT_EQ(files().currentItem(), 1);
+    EXPECT_EQ(window->tabWidget()->currentPageIndex(), 0);
+}
+
+TEST_F(UiMenu, KeysMoveThroughTheMenus) {
+    insertCard();
+    addApp(0, "Alpha");
+    openFilled();
+    expectPlaces({
+        {{Key_F1}, "main 0"},
+        {{Key_F1, Key_Up}, "main 9"},
+        {{Key_F1, Key_Up, Key_Down}, "main 0"},
+        {{Key_F1, Key_Down, Key_Down, Key_Up}, "main 1"},
+        {{Key_F1, Key_End}, "main 9"},
+        {{Key_F1, Key_PageDown, Key_Home}, "main 0"},
+        {{Key_F1, Key_Right}, "main 0"},
+        {{Key_F1, Key_Left}, "main 0"},
+        {{Key_F1, Key_6}, "save 0"},
+        {{Key_F1, Key_7}, "view 0"},
+        {{Key_F1, Key_6, Key_Up, Key_Up}, "save 1"},
+        {{Key_F1, Key_6, Key_9}, "save 0"},
+        {{Key_F1, Key_6, Key_0}, "save 0"},
+        {{Key_F1, Key_Down, Key_Down, Key_Down, Key_Down, Key_Down, Key_Right}, "save 0"},
+        {{Key_F1, Key_7, Key_Left}, "main 6"},
+        {{Key_F1, Key_7, Key_Left, Key_Left}, "main 6"},
+        {{Key_F1, Key_7, Key_Escape}, "main 6"},
+        {{Key_F1, Key_7, Key_Backspace}, "main 6"},
+        {{Key_F1, Key_7, Key_F2}, "main 6"},
+        {{Key_F1, Key_7, Key_Escape, Key_6}, "save 0"},
+        {{Key_F1, Key_Escape}, "none"},
+        {{Key_F1, Key_Backspace}, "none"},
+        {{Key_F1, Key_F2}, "none"},
+        {{Key_F1, Key_7, Key_1}, "none"},
+        {{Key_F1, Key_7, Key_F1}, "none"},
+        {{Key_F1, Key_9}, "none"},
+        {{Key_Right, Key_F1}, "package 1"}, // no package to install
+        {{Key_Left, Key_F1}, "main 0"},
+        {{Key_Escape, Key_Backspace}, "none"},
+    });
+    EXPECT_EQ(window->getViewMenu()->itemState(0), on); // toggled twice
+
+    press(Key_F1);
+    hold(Key_Down, 30);
+    EXPECT_EQ(place(), "main 9"); // a held key stops at the end
+    hold(Key_Up, 30);
+    EXPECT_EQ(place(), "main 0");
+    press(Key_Escape);
+    hold(Key_F1, 30);
+    EXPECT_EQ(place(), "main 0"); // and does not go on to choose
+    hold(Key_7, 30);
+    EXPECT_EQ(place(), "view 0");
+    hold(Key_Return, 30);
+    EXPECT_EQ(place(), "none");
+    EXPECT_EQ(window->getViewMenu()->itemState(0), off);
+}
+
+TEST_F(UiMenu, DisabledEntriesAreSteppedOver) {
+    addApp(0, "Alpha");
+    openFilled();
+    expectPlaces({
+        {{Key_F1}, "main 1"},
+        {{Key_F1, Key_Home}, "main 1"},
+        {{Key_F1, Key_Up}, "main 9"},
+        {{Key_F1, Key_Up, Key_Down}, "main 1"},
+        {{Key_F1, Key_1}, "main 1"},
+        {{Key_F1, Key_6}, "save 1"},
+        {{Key_F1, Key_7, Key_1}, "view 1"},
+    });
+    EXPECT_EQ(window->getViewMenu()->itemState(0), on);
+    press(Key_F1);
+    touch(*rowOf(*window->getMainMenu(), 0));
+    EXPECT_EQ(place(), "main 1");
+    press(Key_F2);
+
+    // All that is left in an empty list are refresh and about.
+    chooseInMenu({6, 1});
+    EXPECT_EQ(apps().count(), 0);
+    expectPlaces(
+        {{{Key_F1}, "main 6"}, {{Key_F1, Key_Down}, "main 8"}, {{Key_F1, Key_2}, "main 6"}});
+}
+
+TEST_F(UiMenu, FingersChooseAndCloseMenus) {
+    insertCard();
+    addApp(0, "Alpha");
+    addApp(0, "Beta");
+    openFilled();
+    const QPoint outside(235, middleOf(apps(), 1).y());
+    ZOptionsMenu& main = *window->getMainMenu();
+    ZOptionsMenu& view = *window->getViewMenu();
+
+    press(Key_F1);
+    touch(*rowOf(main, 6));
+    EXPECT_EQ(place(), "view 0");
+    touch(*rowOf(view, 2));
+    EXPECT_EQ(place(), "none");
+    EXPECT_EQ(view.itemState(2), on);
+    chooseInMenu({6, 2});
+
+    press(Key_F1);
+    touch(apps(), outside);
+    EXPECT_EQ(place(), "none");
+    EXPECT_EQ(apps().currentItem(), 0); // the row below the menu noticed nothing
+    pressAll({Key_F1, Key_7});
+    touch(apps(), outside - QPoint(230, 0));
+    EXPECT_EQ(place(), "main 6");
+    pressMouse(*rowOf(main, 8), QPoint(9, 9));
+    EXPECT_EQ(place(), "main 8");
+    releaseMouse(apps(), outside); // changed one's mind
+    EXPECT_EQ(place(), "main 8");
+
+    const auto button = [](QWidget& owner, int index) -> QWidget& {
+        return *owner.findChild<SoftKeyBar*>()->findChildren<FlatButton*>().at(index);
+    };
+    touch(button(main, 1));
+    EXPECT_EQ(place(), "none");
+    touch(*window->getSoftKey()->findChildren<FlatButton*>().at(0));
+    EXPECT_EQ(place(), "main 0");
+    pressAll({Key_Up, Key_Up});
+    QSignalSpy titles(window.get(), &QWidget::windowTitleChanged);
+    touch(button(main, 0));
+    EXPECT_EQ(place(), "none");
+    EXPECT_EQ(titles.count(), 3); // that was refresh
+}
+
+TEST_F(UiMenu, TheLeftKeyFollowsTheTab) {
+    addApp(0, "Alpha");
+    addApp(0, "Beta");
+    openFilled();
+    const auto expectTab = [this](int index) {
+        EXPECT_EQ(window->tabWidget()->currentPageIndex(), index);
+        EXPECT_EQ(window->getCurrentMenu(),
+                  index == 0 ? window->getMainMenu() : window->getPackageMenu());
+        EXPECT_EQ(window->getSoftKey()->optMenu(), window->getCurrentMenu());
+        ZListBox& list = index == 0 ? apps() : files();
+        EXPECT_TRUE(list.hasFocus());
+        press(Key_Home);
+        const int before = list.currentItem();
+        press(Key_Down);
+        EXPECT_EQ(list.currentItem(), before + 1);
+    };
+    const auto* bar = window->tabWidget()->findChild<QTabBar*>();
+    expectTab(0);
+    press(Key_Left);
+    expectTab(0);
+    press(Key_Right);
+    expectTab(1);
+    hold(Key_Right, 5);
+    expectTab(1);
+    hold(Key_Left, 5);
+    expectTab(0);
+    touch(*bar, bar->tabRect(1).center());
+    expectTab(1);
+    touch(*bar, bar->tabRect(0).center());
+    expectTab(0);
+}
+
+TEST_F(UiMenu, SeveralApplicationsAreCheckedInMultiSelect) {
+    insertCard();
+    for (const char* name : {"Alpha", "Beta", "Gamma"})
+        addApp(0, name);
+    openFilled();
+    EXPECT_EQ(badge(), "");
+    EXPECT_FALSE(apps().item(0)->isCheckable());
+    press(Key_Down);
+    EXPECT_EQ(outputOf([] { chooseInMenu({7}); }), "DEBUG:: Select Multiple APPs\n");
+    EXPECT_EQ(softKeys(), QStringList({"Options", "Cancel"}));
+    EXPECT_EQ(badge(), "0");
+    EXPECT_EQ(apps().currentItem(), 0);
+    EXPECT_EQ(checks(), QList<bool>({false, false, false}));
+    EXPECT_EQ(names(apps()), QStringList({"Alpha", "Beta", "Gamma"}));
+    EXPECT_FALSE(apps().item(0)->pixmap(1, 32).isNull());
+    EXPECT_TRUE(apps().item(0)->pixmap(0, 32).isNull());
+
+    press(Key_Return);
+    touchRow(apps(), 2);
+    EXPECT_EQ(checks(), QList<bool>({true, false, true}));
+    EXPECT_EQ(badge(), "2");
+    EXPECT_EQ(apps().currentItem(), 2);
+    hold(Key_Return, 9); // held, it toggles once
+    EXPECT_EQ(checks(), QList<bool>({true, false, false}));
+    EXPECT_EQ(badge(), "1");
+    expectPlaces({{{Key_F1}, "multi 0"},
+                  {{Key_F1, Key_Down, Key_Down}, "multi 3"},
+                  {{Key_F1, Key_3}, "multi 0"}});
+
+    // The menu of the tab, not of the mode, comes with a change of tabs.
+    expectPlaces({{{Key_Right, Key_F1}, "package 1"}, {{Key_Left, Key_F1}, "main 0"}});
+    EXPECT_EQ(checks(), QList<bool>({true, false, false}));
+    chooseInMenu({7});
+    EXPECT_EQ(softKeys(), closed);
+    EXPECT_EQ(badge(), "");
+
+    chooseInMenu({7});
+    EXPECT_EQ(checks(), QList<bool>({false, false, false}));
+    chooseInMenu({5});
+    EXPECT_EQ(softKeys(), closed);
+    EXPECT_FALSE(apps().item(0)->isCheckable());
+    expectPlaces({{{Key_F1}, "main 0"}});
+}
+
+TEST_F(UiMenu, TheRightKeyLeavesModeThenProgram) {
+    addApp(0, "Alpha");
+    openFilled();
+    chooseInMenu({7});
+    QByteArray output;
+    EXPECT_TRUE(isKeptBy([&] { output = outputOf([] { press(Key_F2); }); }));
+    EXPECT_EQ(output, "DEBUG:: SoftKey Quit\nDEBUG:: Select Multiple APPs\n");
+    EXPECT_EQ(softKeys(), closed);
+    EXPECT_FALSE(apps().item(0)->isCheckable());
+    EXPECT_TRUE(isLeftBy([&] { output = outputOf([] { press(Key_F2); }); }));
+    EXPECT_EQ(output, "DEBUG:: SoftKey Quit\n");
+
+    EXPECT_TRUE(
+        isLeftBy([this] { touch(*window->getSoftKey()->findChildren<FlatButton*>().at(1)); }));
+    EXPECT_TRUE(isKeptBy([] { pressAll({Key_Escape, Key_Backspace}); }));
+    EXPECT_TRUE(isKeptBy([] { pressAll({Key_F1, Key_F2}); }));
+    EXPECT_EQ(place(), "none");
+}
+
+TEST_F(UiMenu, ClosingTheWindowIsTheRightKey) {
+    addApp(0, "Alpha");
+    openFilled();
+    const auto close = [] { EXPECT_FALSE(ZScreen::instance().close()); };
+    chooseInMenu({7});
+    EXPECT_TRUE(isKeptBy(close));
+    EXPECT_EQ(softKeys(), closed);
+    EXPECT_TRUE(ZScreen::instance().isVisible());
+    EXPECT_TRUE(isLeftBy(close));
+    EXPECT_TRUE(isLeftBy([&] {
+        pressAll({Key_F1, Key_7});
+        close();
+    }));
+    EXPECT_TRUE(isLeftBy([&] {
+        QTimer::singleShot(50, qApp, close);
+        chooseInMenu({9}); // a notice waits
+    }));
+}
