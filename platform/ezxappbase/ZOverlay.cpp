@@ -3,7 +3,6 @@
 #include "SoftKeyBar.h"
 #include "ZScreen.h"
 
-#include <QApplication>
 #include <QEvent>
 
 ZOverlay::ZOverlay(QWidget* parent)
@@ -36,7 +35,8 @@ bool ZOverlay::focusNextPrevChild(bool) {
 }
 
 void ZOverlay::showEvent(QShowEvent*) {
-    m_focusBefore = QApplication::focusWidget();
+    // The window knows its focus also before the display has made it the active one.
+    m_focusBefore = window()->focusWidget();
     setGeometry(parentWidget()->rect());
     raise();
     setFocus();
