@@ -14,4 +14,4 @@ add_executable(unit_tests
     zconfig_test.cpp)
 target_compile_definitions(unit_tests PRIVATE QUIVER_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 target_link_libraries(unit_tests PRIVATE quiver_core GTest::gtest Qt6::Test)
-gtest_discover_tests(unit_tests DISCOVERY_TIMEOUT 300 PROPERTIES TIMEOUT 300)
+gtest_discover_tests(unit_tests DISCOVERY_TIMEOUT 300 PROPERTIES TIMEOUT 300 LABELS unit)
