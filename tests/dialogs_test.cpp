@@ -196,17 +196,17 @@ TEST(Popup, KeysAndFocusGoBackToWhatLiesBelow) {
         EXPECT_EQ(&popup, &outer);
         QTimer::singleShot(20, [&] {
             EXPECT_EQ(ZPopup::active()->title(), "Inner");
-            EXPECT_FALSE(outer.hasFocus());
+            EXPECT_NE(ZScreen::instance().focusWidget(), &outer);
             press(Qt::Key_Escape);
         });
         innerResult = askYesNo("Inner", "Text");
         EXPECT_EQ(ZPopup::active(), &outer);
-        EXPECT_TRUE(outer.hasFocus());
+        EXPECT_EQ(ZScreen::instance().focusWidget(), &outer);
         press(Qt::Key_Return);
     }});
     EXPECT_EQ(outer.exec(), 1);
     EXPECT_EQ(innerResult, 0);
-    EXPECT_TRUE(below->hasFocus());
+    EXPECT_EQ(ZScreen::instance().focusWidget(), below);
     EXPECT_EQ(ZPopup::active(), nullptr);
 }
 
