@@ -98,6 +98,13 @@ void ZListBox::currentChanged(const QModelIndex& current, const QModelIndex& pre
         emit highlighted(current.row());
 }
 
+/// With the first row that can be stepped on come the headers above it, which no key would reach.
+void ZListBox::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    if (nextEnabled(index.row() - 1, -1) < 0)
+        scrollToTop();
+    QListView::scrollTo(index, hint);
+}
+
 void ZListBox::startNameScroll() {
     m_nameOffset = 0;
     m_nameHold = nameHoldSteps;

@@ -50,6 +50,8 @@ public:
     /// Pixels by which the highlighted row's name has moved to the left, to show all of it.
     int nameOffset() const { return m_nameOffset; }
 
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
 signals:
     /// The highlight moved to the row `index`.
     void highlighted(int index);
