@@ -366,6 +366,15 @@ Check tells(const QString& title, const QString& text) {
     };
 }
 
+Check inSight(int row) {
+    return [row] {
+        const ZListBox& list = listInFront();
+        const QRect place = list.visualRect(list.model()->index(row, 0));
+        const bool whole = place.isValid() && list.viewport()->rect().contains(place);
+        return whole ? QString() : QString("row %1 is out of sight").arg(row);
+    };
+}
+
 Check badge(bool wanted) {
     return [wanted] {
         const int bar = scaled(Measure::titleBar);

@@ -33,6 +33,9 @@ Check shows(const Screen& screen);
 /// A dialog of this title is open, and `text` stands somewhere in it.
 Check tells(const QString& title, const QString& text);
 
+/// The whole row is in sight.
+Check inSight(int row);
+
 /// There is a badge in the title bar, or none.
 Check badge(bool wanted);
 
