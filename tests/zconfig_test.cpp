@@ -184,6 +184,7 @@ TEST(ZConfig, WhatCannotBeReadOrWrittenIsNeverOverwritten) {
         EXPECT_FALSE(file.flush()) << name;
         EXPECT_EQ(kind(name), before) << name;
     }
+    chmod(phone.host("/unreadable").constData(), 0444);
     for (const char* name : {"/unreadable", "/protected", "/readonly"})
         EXPECT_EQ(readFile(phone.host(name)), "[A]\nj=1\n") << name;
 }
