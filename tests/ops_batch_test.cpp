@@ -107,8 +107,11 @@ constexpr int visibleRows = 10;
 QList<Item> catalogue(const View& view) {
     QList<Kind> shown;
     QList<Kind> hidden;
-    for (const Kind kind : {Kind{0, false}, {1, true}, {1, false}, {0, true}})
-        (view.shows(kind.location, kind.registered) ? shown : hidden).append(kind);
+    for (const Kind kind : {Kind{0, false}, {1, false}, {0, true}, {1, true}}) {
+        // The menu files take their time and tell nothing where all are shown.
+        if (!kind.registered || view.registeredOnly)
+            (view.shows(kind.location, kind.registered) ? shown : hidden).append(kind);
+    }
     QList<Item> items;
     for (int i = 0; !shown.isEmpty() && i < visibleRows; ++i) {
         if (!hidden.isEmpty() && i % 3 == 0)
@@ -190,7 +193,6 @@ protected:
             int row = 0;
             for (const Item& item : items) {
                 const bool taken = item.visible && (pattern >> row++ & 1U) != 0;
-                row -= item.visible ? 0 : 1;
                 const ZPK_App* app = appIn(item.folder);
                 const int location = taken ? 1 - item.kind.location : item.kind.location;
                 ASSERT_EQ(app != nullptr, !(taken && deletes)) << item.folder.constData();
@@ -214,7 +216,7 @@ protected:
 
 } // namespace
 
-// Every pattern in the plain view, every seventh in the others: the whole product takes minutes.
+// Every fifth pattern in the plain view, some in the others: the whole product takes minutes.
 TEST_F(Batches, TakeExactlyTheCheckedApplicationsInEveryView) {
     constexpr int every = 1;
     constexpr int some = 7; // all of them in each view would take minutes
