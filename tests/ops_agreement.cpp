@@ -11,7 +11,6 @@
 
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -23,32 +22,24 @@ namespace {
 // What every identifier that the program draws begins with.
 const QString ownUuid = "8e10aded-f8ee-";
 
-class MenuFiles {
-public:
-    bool shows(const ZPK_App& app) const {
-        const QString group = plainUuid(*app.uuid);
-        const auto value = [&](const char* key) {
-            return m_installed.readEntry(group, key, QString());
-        };
-        return value("Directory") == app.path && value("Name") == app.name.trimmed() &&
-               value("Icon").startsWith(app.path + '/') && timesListed(group + ';') == 1;
-    }
+QString menuItems() {
+    return ZConfig(hostPath(Path::userMenuTree), true).readEntry(MenuUuid, "Items", QString());
+}
 
-    bool hides(const ZPK_App& app) const {
-        const QString group = plainUuid(*app.uuid);
-        return !m_installed.hasGroup(group) && timesListed(group) == 0;
-    }
+bool isInMenuFiles(const ZPK_App& app) {
+    const QString group = plainUuid(*app.uuid);
+    const ZConfig installed(hostPath(Path::installedDb), true);
+    return installed.readEntry(group, "Directory", QString()) == app.path &&
+           installed.readEntry(group, "Name", QString()) == app.name.trimmed() &&
+           installed.readEntry(group, "Icon", QString()).startsWith(app.path + '/') &&
+           menuItems().count(group + ';') == 1;
+}
 
-    qsizetype timesListed(const QString& text) const {
-        return m_tree.readEntry(MenuUuid, "Items", QString()).count(text);
-    }
-
-    qsizetype ownGroups() const { return m_installed.groups().filter(ownUuid).size(); }
-
-private:
-    ZConfig m_installed{hostPath(Path::installedDb), true};
-    ZConfig m_tree{hostPath(Path::userMenuTree), true};
-};
+bool isInNoMenuFile(const ZPK_App& app) {
+    const QString group = plainUuid(*app.uuid);
+    return !ZConfig(hostPath(Path::installedDb), true).hasGroup(group) &&
+           !menuItems().contains(group);
+}
 
 qsizetype applicationsIn(const QString& folder) {
     qsizetype count = 0;
@@ -62,7 +53,6 @@ qsizetype applicationsIn(const QString& folder) {
 
 QStringList disagreements() {
     QStringList found;
-    const MenuFiles menu;
     for (const auto& [key, app] : AppMap) {
         const QString folder = app->path.mid(app->path.lastIndexOf('/') + 1);
         const QString place = appsFolder(app->location) + '/' + folder;
@@ -72,34 +62,33 @@ QStringList disagreements() {
         const QByteArrayList row = {app->uuid->toByteArray(), app->name.toLatin1(),
                                     QByteArray::number(app->location),
                                     QByteArray::number(app->registeredInMenu)};
-        const TableRows rows =
-            query("SELECT UUID, Name, Location, (SELECT COUNT(*) FROM App_Menu WHERE app_id = id) "
+        if (query("SELECT UUID, Name, Location, (SELECT COUNT(*) FROM App_Menu WHERE app_id = id) "
                   "FROM AppReg WHERE PathName = ?",
-                  toBytes(app->path));
-        if (rows != TableRows{row})
-            found.append(QString("database of %1: %2 rows").arg(key).arg(rows.size()));
-        if (!(app->registeredInMenu ? menu.shows(*app) : menu.hides(*app)))
+                  toBytes(app->path)) != TableRows{row})
+            found.append("database row of " + key);
+        if (!(app->registeredInMenu ? isInMenuFiles(*app) : isInNoMenuFile(*app)))
             found.append("phone menu of " + key);
     }
     return found;
 }
 
 QStringList leftovers() {
+    const auto size = qsizetype(AppMap.size());
+    qsizetype registered = 0;
+    for (const auto& [key, app] : AppMap)
+        registered += app->registeredInMenu;
+    const QStringList groups = ZConfig(hostPath(Path::installedDb), true).groups();
+    const std::tuple<const char*, qsizetype, qsizetype> places[] = {
+        {"folders", applicationsIn(Path::phoneApps) + applicationsIn(Path::cardApps), size},
+        {"rows", query("SELECT 1 FROM AppReg").size(), size},
+        {"links", query("SELECT 1 FROM App_Menu").size(), registered},
+        {"groups", groups.filter(ownUuid).size(), registered},
+        {"items", menuItems().count(ownUuid), registered}};
     QStringList found;
-    const MenuFiles menu;
-    const auto compare = [&](const char* what, qsizetype count, qsizetype expected) {
+    for (const auto& [what, count, expected] : places) {
         if (count != expected)
             found.append(QString("%1: %2, not %3").arg(what).arg(count).arg(expected));
-    };
-    const auto size = qsizetype(AppMap.size());
-    const qsizetype inMenu = std::count_if(AppMap.begin(), AppMap.end(), [](const auto& entry) {
-        return entry.second->registeredInMenu;
-    });
-    compare("folders", applicationsIn(Path::phoneApps) + applicationsIn(Path::cardApps), size);
-    compare("rows", query("SELECT 1 FROM AppReg").size(), size);
-    compare("links", query("SELECT 1 FROM App_Menu").size(), inMenu);
-    compare("groups", menu.ownGroups(), inMenu);
-    compare("items", menu.timesListed(ownUuid), inMenu);
+    }
     return found;
 }
 
@@ -125,14 +114,10 @@ Snapshot snapshot(const QByteArray& folder) {
     Snapshot files;
     std::error_code none;
     for (const auto& entry : fs::recursive_directory_iterator(folder.toStdString(), none)) {
-        const QByteArray path = QByteArray::fromStdString(entry.path()).mid(folder.size());
-        if (entry.is_directory()) {
-            files[path] = "/";
-            continue;
-        }
-        std::ifstream file(entry.path(), std::ios::binary);
-        files[path] =
-            QByteArray::fromStdString(std::string(std::istreambuf_iterator<char>(file), {}));
+        std::ifstream file(entry.is_directory() ? fs::path() : entry.path(), std::ios::binary);
+        const std::string content{std::istreambuf_iterator<char>(file), {}};
+        files[QByteArray::fromStdString(entry.path()).mid(folder.size())] =
+            entry.is_directory() ? "/" : QByteArray::fromStdString(content);
     }
     return files;
 }

@@ -8,8 +8,7 @@
 /// the phone's two menu files) say against each other; empty where all agree.
 QStringList disagreements();
 
-/// What the database and the menu files hold of applications that are not in `AppMap`, and
-/// applications in the folders that are not in `AppMap`.
+/// Which of these places hold more, or fewer, applications than `AppMap`.
 QStringList leftovers();
 
 using TableRows = QList<QByteArrayList>;
@@ -17,7 +16,7 @@ using TableRows = QList<QByteArrayList>;
 /// The rows of a query on the application database, read past the program's own connection.
 TableRows query(const char* sql, const QByteArray& parameter = QByteArray());
 
-/// Everything below `folder` (of the machine): path to content, a folder's being "/".
+/// Everything below a folder (of the machine): path to content, a folder's being "/".
 using Snapshot = QMap<QByteArray, QByteArray>;
 Snapshot snapshot(const QByteArray& folder);
 

@@ -1,11 +1,8 @@
 #include "ops_support.h"
 
-#include "Bytes.h"
 #include "ZListBox.h"
 #include "ZPK_App.h"
-#include "ZPopup.h"
 #include "discovery.h"
-#include "language.h"
 #include "menu.h"
 #include "operations.h"
 #include "paths.h"
@@ -14,35 +11,30 @@
 
 #include <filesystem>
 
-#include <fcntl.h>
 #include <sys/mount.h>
-#include <sys/stat.h>
-
-namespace fs = std::filesystem;
 
 /// Storage that fails while the program works. These tests mount, so they need a mount namespace of
 /// their own: ops_storage.sh starts them in one.
 
 namespace {
 
-const QByteArray folder = "/ezxlocal/download/mystuff/quiver/Game";
-const QByteArray cardGame = "/mmc/mmca1/quiver/Card";
+const QByteArray card = "/mmc/mmca1";
 
 class Storage : public Ops {
 protected:
     /// A card of its own, with Card on it and Game on the phone, both in the phone's menu.
-    void start(const QByteArray& cardSize) {
+    void SetUp() override {
         ASSERT_TRUE(qEnvironmentVariableIsSet("QUIVER_PRIVATE_MOUNTS"))
             << "to be started by ops_storage.sh";
-        fs::remove_all(phone.host("/mmc/mmca1").toStdString());
-        mountHere("/mmc/mmca1", "size=" + cardSize);
+        std::filesystem::remove_all(phone.host(card).toStdString());
+        phone.makeFolder(card);
+        mountAt(card, "none", "tmpfs", 0, "size=256k");
         insertCard();
         addGame(0, "Game");
         addGame(1, "Card");
         openFilled();
         registerAppInMenu(*appIn("Game"));
         registerAppInMenu(*appIn("Card"));
-        ASSERT_EQ(disagreements() + leftovers(), QStringList());
     }
 
     ~Storage() override {
@@ -50,44 +42,51 @@ protected:
             umount2(m_mounted.takeLast().constData(), MNT_DETACH);
     }
 
-    void mountHere(const QByteArray& path, const QByteArray& options) {
-        phone.makeFolder(path);
+    void mountAt(const QByteArray& path, const QByteArray& source, const char* type,
+                 unsigned long flags, const char* options) {
         m_mounted.append(phone.host(path));
-        ASSERT_EQ(mount("none", m_mounted.last().constData(), "tmpfs", 0, options.constData()), 0)
+        ASSERT_EQ(mount(source.constData(), m_mounted.last().constData(), type, flags, options), 0)
             << strerror(errno);
     }
 
     void makeReadOnly(const QByteArray& path) {
-        const QByteArray host = phone.host(path);
-        m_mounted.append(host);
-        ASSERT_EQ(mount(host.constData(), host.constData(), nullptr, MS_BIND, nullptr), 0);
-        ASSERT_EQ(
-            mount(nullptr, host.constData(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr),
-            0);
+        mountAt(path, phone.host(path), nullptr, MS_BIND, nullptr);
+        mountAt(path, "none", nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr);
+        m_mounted.removeLast();
     }
 
-    /// So large that no archiver makes it small.
-    void addNoise(const QByteArray& path, qsizetype size) const {
-        QByteArray noise(size, '\0');
-        for (char& byte : noise)
-            byte = char(QRandomGenerator::global()->generate());
-        phone.makeFile(path, noise);
+    void fillCard() const {
+        for (const qsizetype size : {1 << 16, 1}) {
+            QByteArray path;
+            for (int i = 0; path.isEmpty() || readFile(path).size() == size; ++i) {
+                path = phone.host(card + "/fill" + QByteArray::number(size + i));
+                writeFile(path, QByteArray(size, 'x'));
+            }
+        }
     }
 
-    void fill(const QByteArray& path) const {
-        for (qsizetype size : {1 << 16, 1})
-            for (int i = 0; writeWhole(path + "/fill" + QByteArray::number(i), size); ++i)
-                ;
+    /// Each of these fails with its reason, and no file is another one afterwards.
+    void expectFailures(const QList<std::pair<std::function<void()>, const char*>>& operations,
+                        const QByteArrayList& changes = {}) {
+        const Snapshot before = snapshot(phone.host());
+        for (const auto& [operation, reason] : operations) {
+            const Dialogs dialogs({pleaseWait(), errorNotice(reason)});
+            operation();
+        }
+        EXPECT_EQ(differences(snapshot(phone.host()), before), changes);
+        EXPECT_EQ(names(apps()), QStringList({"Card", "Game"}));
     }
 
-    bool writeWhole(const QByteArray& path, qsizetype size) const {
-        writeFile(phone.host(path), QByteArray(size, 'x'));
-        return readFile(phone.host(path)).size() == size;
+    std::function<void()> moving(const QByteArray& folder) {
+        return [=, this] { window->cmd_Move(appIn(folder), folder == "Game" ? 1 : 0); };
     }
 
-    void fails(const std::function<void()>& operation, const QString& reason) {
-        const Dialogs dialogs({pleaseWait(), errorNotice(reason)});
-        operation();
+    std::function<void()> deleting(const QByteArray& folder) {
+        return [=, this] { window->cmd_Delete(appIn(folder)); };
+    }
+
+    std::function<void()> saving(const QByteArray& folder, SAVE_LOCATION where) {
+        return [=, this] { window->cmd_SaveAs(appIn(folder), where); };
     }
 
     QByteArrayList m_mounted;
@@ -96,109 +95,69 @@ protected:
 } // namespace
 
 TEST_F(Storage, FullCardTakesNeitherApplicationNorPackage) {
-    ASSERT_NO_FATAL_FAILURE(start("256k"));
-    addNoise(folder + "/big", 400'000);
-    addNoise(folder + "/levels/0", 100'000);
-    const auto phoneBefore = snapshot(phone.host("/ezxlocal/download"));
-    const auto cardBefore = snapshot(phone.host("/mmc/mmca1"));
-    fails([&] { window->cmd_Move(appIn("Game"), -1); }, "No space left on device");
-    fails([&] { window->cmd_SaveAs(appIn("Game"), SAVE_SD); }, "No space left on device");
-    EXPECT_EQ(differences(snapshot(phone.host("/ezxlocal/download")), phoneBefore),
-              QByteArrayList());
-    EXPECT_EQ(differences(snapshot(phone.host("/mmc/mmca1")), cardBefore),
-              QByteArrayList{"/zpk_files"});
-    EXPECT_EQ(names(apps()), QStringList({"Card", "Game"}));
+    QByteArray noise(400'000, '\0');
+    for (char& byte : noise)
+        byte = char(QRandomGenerator::global()->generate());
+    phone.makeFile("/ezxlocal/download/mystuff/quiver/Game/big", noise);
+    const char* full = "No space left on device";
+    expectFailures({{moving("Game"), full}, {saving("Game", SAVE_SD), full}},
+                   {card + "/zpk_files"});
     expectAgreement();
 }
 
 TEST_F(Storage, FullCardKeepsDescriptorsAndGivesItsApplicationsBack) {
-    ASSERT_NO_FATAL_FAILURE(start("256k"));
-    const QByteArray descriptor = readFile(phone.host(cardGame + "/Card.cfg"));
-    fill("/mmc/mmca1");
+    const QByteArray path = card + "/quiver/Card/Card.cfg";
+    const QByteArray descriptor = readFile(phone.host(path));
+    fillCard();
     EXPECT_TRUE(outputOf([&] {
                     renameApp(*appIn("Card"), "Longer name");
-                }).contains("DEBUG:: Error writing cfg file (" + cardGame + "/Card.cfg)\n"));
-    EXPECT_EQ(readFile(phone.host(cardGame + "/Card.cfg")), descriptor);
+                }).contains("DEBUG:: Error writing cfg file (" + path + ")\n"));
+    EXPECT_EQ(readFile(phone.host(path)), descriptor);
     EXPECT_EQ(filesOf("Card", 1).size(), 4);
     EXPECT_EQ(disagreements() + leftovers(), QStringList());
     EXPECT_TRUE(moveApp(*appIn("Card"), true));
-    EXPECT_EQ(readFile(phone.host("/ezxlocal/download/mystuff/quiver/Card/Card.cfg")), descriptor);
+    EXPECT_EQ(filesOf("Card", 0).size(), 4);
     EXPECT_EQ(disagreements() + leftovers(), QStringList());
-    EXPECT_TRUE(deleteApp(*appIn("Card"), true));
-    window->refreshList(false);
-    expectAgreement();
 }
 
-TEST_F(Storage, ReadOnlyCardKeepsWhatItHas) {
-    ASSERT_NO_FATAL_FAILURE(start("1m"));
-    makeReadOnly("/mmc/mmca1");
-    const auto before = snapshot(phone.host());
-    const QString reason = "Read-only file system";
-    fails([&] { window->cmd_Move(appIn("Card"), -1); }, reason);
-    fails([&] { window->cmd_Move(appIn("Game"), -1); }, reason);
-    fails([&] { window->cmd_Delete(appIn("Card")); }, reason);
-    fails([&] { window->cmd_SaveAs(appIn("Game"), SAVE_SD); }, "cannot open file");
-    EXPECT_EQ(differences(snapshot(phone.host()), before), QByteArrayList());
-    EXPECT_EQ(names(apps()), QStringList({"Card", "Game"}));
-    expectAgreement();
-    outputOf([&] { renameApp(*appIn("Card"), "New"); });
-    EXPECT_EQ(filesOf("Card", 1).value("/Card.cfg"), before.value(cardGame + "/Card.cfg"));
-}
-
-TEST_F(Storage, ReadOnlyApplicationFolderRefusesDeletionAndMove) {
-    ASSERT_NO_FATAL_FAILURE(start("1m"));
+TEST_F(Storage, ReadOnlyFoldersKeepWhatTheyHave) {
+    const char* reason = "Read-only file system";
     makeReadOnly(Path::phoneApps.toUtf8());
-    const auto before = snapshot(phone.host());
-    fails([&] { window->cmd_Delete(appIn("Game")); }, "Read-only file system");
-    fails([&] { window->cmd_Move(appIn("Game"), -1); }, "Read-only file system");
-    fails([&] { window->cmd_Move(appIn("Card"), -1); }, "Read-only file system");
-    EXPECT_EQ(differences(snapshot(phone.host()), before), QByteArrayList());
+    expectFailures(
+        {{deleting("Game"), reason}, {moving("Game"), reason}, {moving("Card"), reason}});
+    makeReadOnly(card);
+    expectFailures({{deleting("Card"), reason},
+                    {moving("Card"), reason},
+                    {moving("Game"), reason},
+                    {saving("Game", SAVE_SD), "cannot open file"}});
     expectAgreement();
+    const Snapshot before = filesOf("Card", 1);
+    renameApp(*appIn("Card"), "New");
+    EXPECT_EQ(differences(filesOf("Card", 1), before), QByteArrayList());
 }
 
 TEST_F(Storage, CardThatWasTakenOutLosesNothing) {
-    ASSERT_NO_FATAL_FAILURE(start("1m"));
-    const QByteArray card = phone.host("/mmc/mmca1");
-    const QByteArray aside = phone.host("/aside");
     phone.makeFile("/ezxlocal/download/mystuff/zpk_files/Card.zpk", "older");
-    // What the program would pack if it took its working directory for the card.
+    // What would be packed out of the working directory.
     phone.makeFile("/ezxlocal/Card/decoy", "");
     window->loadFolder("/ezxlocal");
     phone.makeFolder("/aside");
-    ASSERT_EQ(mount(card.constData(), aside.constData(), nullptr, MS_MOVE, nullptr), 0);
-    m_mounted.append(aside);
-    const auto before = snapshot(phone.host());
-    fails([&] { window->cmd_Move(appIn("Card"), -1); }, "No such file or directory");
-    fails([&] { window->cmd_Move(appIn("Game"), -1); }, "No such file or directory");
-    fails([&] { window->cmd_SaveAs(appIn("Card"), SAVE_PH); }, "No such file or directory");
-    EXPECT_EQ(differences(snapshot(phone.host()), before), QByteArrayList());
-    ASSERT_EQ(mount(aside.constData(), card.constData(), nullptr, MS_MOVE, nullptr), 0);
-    EXPECT_EQ(names(apps()), QStringList({"Card", "Game"}));
+    mountAt("/aside", phone.host(card), nullptr, MS_MOVE, nullptr);
+    const char* gone = "No such file or directory";
+    expectFailures(
+        {{moving("Card"), gone}, {moving("Game"), gone}, {saving("Card", SAVE_PH), gone}});
+    mountAt(card, phone.host("/aside"), nullptr, MS_MOVE, nullptr);
     expectAgreement();
 }
 
 TEST_F(Storage, MovedWhereTheSourceCannotBeTakenAwayWhole) {
-    ASSERT_NO_FATAL_FAILURE(start("1m"));
-    makeReadOnly(folder + "/levels");
-    const auto whole = filesOf("Game", 0);
-    apps().setCurrentItem(1);
-    fails([&] { window->cmd_Move(appIn("Game"), -1); }, "cannot remove");
+    makeReadOnly("/ezxlocal/download/mystuff/quiver/Game/levels");
+    const Snapshot whole = filesOf("Game", 0);
+    {
+        const Dialogs dialogs({pleaseWait(), errorNotice("cannot remove")});
+        moving("Game")();
+    }
     EXPECT_EQ(appIn("Game")->location, 1);
     EXPECT_EQ(differences(filesOf("Game", 1), whole), QByteArrayList());
     expectAgreement();
-}
-
-TEST_F(Storage, FullPhoneKeepsItsMenuFilesWhole) {
-    ASSERT_NO_FATAL_FAILURE(start("1m"));
-    const QByteArray am = "/ezxlocal/download/appwrite/am";
-    const auto whole = snapshot(phone.host(am));
-    mountHere(am, "size=64k");
-    for (const QByteArray& path : whole.keys())
-        phone.makeFile(am + path, whole[path]);
-    fill(am);
-    const auto full = snapshot(phone.host(am));
-    updateAppInMenu(*appIn("Game"));
-    unregisterAppFromMenu(*appIn("Game"));
-    registerAppInMenu(*appIn("Game"));
-    EXPECT_EQ(differences(snapshot(phone.host(am)), full), QByteArrayList());
 }

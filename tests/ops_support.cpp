@@ -10,23 +10,37 @@
 
 #include <sys/stat.h>
 
+namespace {
+
+void makeScript(const Phone& phone, const QByteArray& path, const QByteArray& script) {
+    phone.makeFile(path, "#!/bin/sh\n" + script + '\n');
+    chmod(phone.host(path).constData(), 0755);
+}
+
+Dialogs::Step answering(int key, const QString& title, const QString& text) {
+    return [=](ZPopup& popup) {
+        EXPECT_EQ(popup.title(), title);
+        EXPECT_EQ(messageOf(popup), text);
+        press(key);
+    };
+}
+
+} // namespace
+
 Ops::Ops() {
     menuChanged = false;
     insertCard();
-    phone.makeFile(Path::installedDb.toUtf8(), "# the phone's own\n[11111111-2222-3333-4444-"
-                                               "555555555555]\nName = Calculator\nType = 5\n");
-    phone.makeFile(Path::userMenuTree.toUtf8(), "[7c3e90d2-51af-4b08-9e6d-2f41c8a0b7e5]\n"
-                                                "Items = 11111111-2222-3333-4444-555555555555;\n");
+    const QByteArray calculator = "11111111-2222-3333-4444-555555555555";
+    phone.makeFile(Path::installedDb.toUtf8(), '[' + calculator + "]\nName = Calculator\n");
+    phone.makeFile(Path::userMenuTree.toUtf8(),
+                   "[7c3e90d2-51af-4b08-9e6d-2f41c8a0b7e5]\nItems = " + calculator + ";\n");
 }
 
 void Ops::addGame(int location, const QByteArray& folder) const {
     const QByteArray path = appsFolder(location).toUtf8() + '/' + folder;
     phone.makeFile(path + '/' + folder + ".cfg",
-                   "Name = " + folder +
-                       "\nAuthor = Ann & Co\nVersion = 1.0\nExec = run.sh\n"
-                       "Icon = icon.png\nComment = A game\n");
-    phone.makeFile(path + "/run.sh", "#!/bin/sh\n: > \"${0%/*}/started\"\n");
-    chmod(phone.host(path + "/run.sh").constData(), 0755);
+                   "Name = " + folder + "\nAuthor = Ann & Co\nExec = run.sh\nIcon = icon.png\n");
+    makeScript(phone, path + "/run.sh", ": > \"${0%/*}/started\"");
     phone.makeFile(path + "/levels/1", "level " + folder);
 }
 
@@ -53,12 +67,6 @@ void Ops::choose(const QByteArray& folder, const QList<int>& ids,
     chooseInMenu(ids);
 }
 
-void Ops::check(const QList<int>& rows) {
-    window->mainOptM_MultiSelect();
-    for (const int row : rows)
-        apps().item(row)->setChecked(true);
-}
-
 void Ops::expectAgreement() {
     for (const char* when : {"at once", "after a discovery"}) {
         EXPECT_EQ(disagreements() + leftovers(), QStringList()) << when;
@@ -70,28 +78,16 @@ void Ops::expectAgreement() {
     }
 }
 
-namespace {
-
-Dialogs::Step answering(int key, const QByteArray& titleKey, const QString& text) {
-    return [=](ZPopup& popup) {
-        EXPECT_EQ(popup.title(), tr(titleKey.constData()));
-        EXPECT_EQ(messageOf(popup), text);
-        press(key);
-    };
+Dialogs::Step yes(const QString& text) {
+    return answering(Qt::Key_F1, tr("POP_CONFIRM_TITLE"), text);
 }
 
-} // namespace
-
-Dialogs::Step yes(const QByteArray& titleKey, const QString& text) {
-    return answering(Qt::Key_F1, titleKey, text);
-}
-
-Dialogs::Step no(const QByteArray& titleKey, const QString& text) {
-    return answering(Qt::Key_F2, titleKey, text);
+Dialogs::Step no(const QString& text) {
+    return answering(Qt::Key_F2, tr("POP_CONFIRM_TITLE"), text);
 }
 
 Dialogs::Step okNotice() {
-    return yes("POP_OK_TITLE", tr("POP_OK_TEXT"));
+    return answering(Qt::Key_F1, tr("POP_OK_TITLE"), tr("POP_OK_TEXT"));
 }
 
 Dialogs::Step errorNotice(const QString& part) {
@@ -111,8 +107,7 @@ Dialogs::Step pleaseWait() {
 
 FakeCommand::FakeCommand(const Phone& phone, const QByteArray& name, const QByteArray& script)
     : m_path(qgetenv("PATH")) {
-    phone.makeFile("/fake/" + name, "#!/bin/sh\n" + script + '\n');
-    chmod(phone.host("/fake/" + name).constData(), 0755);
+    makeScript(phone, "/fake/" + name, script);
     qputenv("PATH", phone.host("/fake:") + m_path);
 }
 

@@ -8,13 +8,15 @@ struct ZPK_App;
 /// A phone with a card, with applications of its own in its menu, and Quiver's window on it.
 class Ops : public Ui {
 protected:
+    /// Ids in the options menu.
+    enum Entry { Move, Rename, Delete, Properties, Register, SaveAs, View };
+
     Ops();
 
-    /// An application with everything that a package brings; its program leaves the file
-    /// "started" in its folder.
+    /// An application as a package leaves it. Its program makes the file "started" in its folder.
     void addGame(int location, const QByteArray& folder) const;
 
-    /// What lies in the folder of the application, which may be on the phone or on the card.
+    /// What lies in that application's folder on the phone or on the card: four entries at first.
     Snapshot filesOf(const QByteArray& folder, int location) const;
 
     /// The record of the application in `folder`; null where there is none.
@@ -23,22 +25,19 @@ protected:
     /// Highlights its row and chooses `ids` in the options menu, while `steps` answer.
     void choose(const QByteArray& folder, const QList<int>& ids, const QList<Dialogs::Step>& steps);
 
-    /// Enters the multi-select mode and checks the rows of that number.
-    void check(const QList<int>& rows);
-
-    /// Everything that is known of the applications agrees, now and after a new discovery.
+    /// All that is known of the applications agrees, now and after a new discovery.
     void expectAgreement();
 };
 
-/// Steps of `Dialogs`: a dialog of that title key and text, answered with yes or an
-/// acknowledgement, or with no; the notice of a long operation.
-Dialogs::Step yes(const QByteArray& titleKey, const QString& text);
-Dialogs::Step no(const QByteArray& titleKey, const QString& text);
+/// Steps of `Dialogs`: a confirmation with that text, answered with yes or no; the notices of a
+/// success, a failure and a long operation.
+Dialogs::Step yes(const QString& text);
+Dialogs::Step no(const QString& text);
 Dialogs::Step okNotice();
 Dialogs::Step errorNotice(const QString& part);
 Dialogs::Step pleaseWait();
 
-/// Stands before the system's command of that name while it lives.
+/// A script that stands before the system's command of that name while it lives.
 class FakeCommand {
 public:
     FakeCommand(const Phone& phone, const QByteArray& name, const QByteArray& script);

@@ -42,6 +42,12 @@ protected:
 
     Phone phone;
     std::unique_ptr<zBaseGUI> window;
+
+private:
+    void sendForgottenAway();
+
+    QTimer m_watch;
+    ZPopup* m_seen = nullptr;
 };
 
 /// Presses these keys one after the other.
@@ -75,6 +81,3 @@ struct DrawnText {
 
 /// The texts that the widget itself paints, without its children's.
 QList<DrawnText> drawnTexts(QWidget& widget);
-
-/// Those of the whole screen, one after the other.
-QString screenText();
