@@ -25,5 +25,5 @@ if(NOT QUIVER_SANITIZE)
     target_link_libraries(ops_driver PRIVATE quiver_core)
     add_test(NAME ops_killed COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/ops_killed.sh
                                      $<TARGET_FILE:ops_driver>)
-    set_tests_properties(ops_killed PROPERTIES TIMEOUT 3000 SKIP_RETURN_CODE 77 LABELS sweep)
+    set_tests_properties(ops_killed PROPERTIES TIMEOUT 3000 SKIP_RETURN_CODE 77)
 endif()
