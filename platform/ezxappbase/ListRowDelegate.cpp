@@ -12,6 +12,10 @@ namespace {
 constexpr int margin = 2 * Measure::grid;
 constexpr int mostLines = 2;
 
+QFont nameFont(const ZListItem& line) {
+    return lookFont(Measure::nameFont, line.strong ? QFont::DemiBold : QFont::Normal);
+}
+
 const ZListBoxItem& itemAt(const ZListBox* box, const QModelIndex& index) {
     return *box->item(index.row());
 }
@@ -46,11 +50,8 @@ void paintMarker(QPainter& painter, const QRect& line, const ZListItem& item, co
 
 ListRowDelegate::ListRowDelegate(ZListBox* box) : QStyledItemDelegate(box), m_box(box) {}
 
-QSize ListRowDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const {
-    const int measure = !itemAt(m_box, index).isEnabled() ? Measure::headerRow
-                        : m_box->isCompact()              ? Measure::compactRow
-                                                          : Measure::listRow;
-    return QSize(1, scaled(measure));
+QSize ListRowDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
+    return QSize(1, scaled(m_box->isCompact() ? Measure::compactRow : Measure::listRow));
 }
 
 QRect ListRowDelegate::textPlace(const QRect& row) const {
@@ -66,7 +67,7 @@ int ListRowDelegate::hiddenNameWidth(const ZListBox* box, const QModelIndex& ind
     if (lines.isEmpty())
         return 0;
     const QRect place = textPlace(QRect(0, 0, box->viewport()->width(), 1));
-    const QFontMetrics metrics(lookFont(Measure::nameFont, QFont::DemiBold));
+    const QFontMetrics metrics(nameFont(lines.first()));
     return qMax(0, metrics.horizontalAdvance(lines.first().text) -
                        textWidth(lines.first(), place.width()));
 }
@@ -76,27 +77,12 @@ void ListRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     const ZListBoxItem& item = itemAt(m_box, index);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    if (item.isEnabled()) {
-        const bool focused = index == m_box->currentIndex();
-        if (focused)
-            painter->fillRect(option.rect, colours().focus);
-        paintIcon(*painter, option.rect, item, focused);
-        paintLines(*painter, option.rect, item, focused);
-    } else {
-        paintHeader(*painter, option.rect, item);
-    }
+    const bool focused = index == m_box->currentIndex();
+    if (focused)
+        painter->fillRect(option.rect, colours().focus);
+    paintIcon(*painter, option.rect, item, focused);
+    paintLines(*painter, option.rect, item, focused);
     painter->restore();
-}
-
-void ListRowDelegate::paintHeader(QPainter& painter, const QRect& row,
-                                  const ZListBoxItem& item) const {
-    painter.fillRect(row, colours().header);
-    painter.setFont(lookFont(Measure::secondFont));
-    painter.setPen(colours().secondaryText);
-    const QRect place = row.adjusted(margin + 2, 0, -margin, 0);
-    const QString text = item.subItemText(m_box->textColumn());
-    painter.drawText(place, int(Qt::AlignVCenter) | Qt::TextSingleLine,
-                     painter.fontMetrics().elidedText(text, Qt::ElideMiddle, place.width()));
 }
 
 void ListRowDelegate::paintIcon(QPainter& painter, const QRect& row, const ZListBoxItem& item,
@@ -141,8 +127,7 @@ void ListRowDelegate::paintLines(QPainter& painter, const QRect& row, const ZLis
 
         QRect text = whole;
         text.setWidth(textWidth(line, whole.width()));
-        painter.setFont(lookFont(isName ? Measure::nameFont : Measure::secondFont,
-                                 isName ? QFont::DemiBold : QFont::Normal));
+        painter.setFont(isName ? nameFont(line) : lookFont(Measure::secondFont));
         painter.setPen(ink);
         const QString words = line.text.isEmpty() ? line.secondText : line.text;
         const int offset = focused && isName ? m_box->nameOffset() : 0;

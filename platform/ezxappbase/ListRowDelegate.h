@@ -20,7 +20,6 @@ public:
     int hiddenNameWidth(const ZListBox* box, const QModelIndex& index) const;
 
 private:
-    void paintHeader(QPainter& painter, const QRect& row, const ZListBoxItem& item) const;
     void paintIcon(QPainter& painter, const QRect& row, const ZListBoxItem& item,
                    bool focused) const;
     void paintLines(QPainter& painter, const QRect& row, const ZListBoxItem& item,

@@ -3,6 +3,7 @@
 #include "Look.h"
 
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyleOptionSlider>
 
 namespace {
@@ -11,9 +12,16 @@ constexpr int shortestThumb = 24;
 
 PhoneStyle::PhoneStyle() : QProxyStyle("Fusion") {}
 
+void PhoneStyle::polish(QWidget* widget) {
+    QProxyStyle::polish(widget);
+    if (qobject_cast<QScrollBar*>(widget))
+        widget->setAttribute(Qt::WA_OpaquePaintEvent, false);
+}
+
 int PhoneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
                             const QWidget* widget) const {
-    if (metric == PM_ScrollBarExtent)
+    // The bar lies over the rows, which keep the whole width.
+    if (metric == PM_ScrollBarExtent || metric == PM_ScrollView_ScrollBarOverlap)
         return Measure::scrollBar;
     if (metric == PM_ScrollBarSliderMin)
         return shortestThumb;
@@ -61,7 +69,6 @@ void PhoneStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
     }
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->fillRect(option->rect, colours().surface);
     painter->setPen(Qt::NoPen);
     painter->setBrush(colours().tabText);
     const QRect thumb = subControlRect(control, option, SC_ScrollBarSlider, widget);

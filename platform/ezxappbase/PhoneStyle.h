@@ -9,6 +9,8 @@ class PhoneStyle : public QProxyStyle {
 public:
     PhoneStyle();
 
+    using QProxyStyle::polish;
+    void polish(QWidget* widget) override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option,
                     const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -1,5 +1,6 @@
 #include "ZListBox.h"
 
+#include "ListHeader.h"
 #include "ListRowDelegate.h"
 #include "Look.h"
 
@@ -26,7 +27,8 @@ int stepOfRepeat(int repeats) {
 } // namespace
 
 ZListBox::ZListBox(const QString& itemLayout, QWidget* parent, int)
-    : QListView(parent), m_model(new QStandardItemModel(this)), m_layout(itemLayout) {
+    : QListView(parent), m_model(new QStandardItemModel(this)), m_header(new ListHeader(this)),
+      m_layout(itemLayout) {
     setModel(m_model);
     setItemDelegate(new ListRowDelegate(this));
     setFrameShape(QFrame::NoFrame);
@@ -55,14 +57,30 @@ void ZListBox::setCompact(bool compact) {
 
 void ZListBox::insertItem(ZListBoxItem* item, int index) {
     m_model->insertRow(index < 0 ? m_model->rowCount() : index, item);
+    if (item->row() == 0)
+        showHeader();
+}
+
+void ZListBox::showHeader() {
+    const ZListBoxItem* first = item(0);
+    const bool hasHeader = first && !first->isEnabled();
+    m_header->setVisible(hasHeader);
+    setViewportMargins(0, hasHeader ? scaled(Measure::headerRow) : 0, 0, 0);
+    if (!hasHeader)
+        return;
+    setRowHidden(0, true);
+    m_header->setText(first->subItemText(textColumn()));
+    m_header->setGeometry(0, 0, width(), scaled(Measure::headerRow));
 }
 
 void ZListBox::removeItem(int index) {
     m_model->removeRow(index);
+    showHeader();
 }
 
 void ZListBox::clear() {
     m_model->removeRows(0, m_model->rowCount());
+    showHeader();
     viewport()->update();
 }
 
@@ -96,13 +114,6 @@ void ZListBox::currentChanged(const QModelIndex& current, const QModelIndex& pre
     startNameScroll();
     if (current.isValid())
         emit highlighted(current.row());
-}
-
-/// With the first row that can be stepped on come the headers above it, which no key would reach.
-void ZListBox::scrollTo(const QModelIndex& index, ScrollHint hint) {
-    if (nextEnabled(index.row() - 1, -1) < 0)
-        scrollToTop();
-    QListView::scrollTo(index, hint);
 }
 
 void ZListBox::startNameScroll() {
@@ -222,6 +233,7 @@ void ZListBox::mouseDoubleClickEvent(QMouseEvent*) {}
 
 void ZListBox::resizeEvent(QResizeEvent* event) {
     QListView::resizeEvent(event);
+    m_header->resize(width(), m_header->height());
     if (currentIndex().isValid())
         scrollTo(currentIndex());
 }

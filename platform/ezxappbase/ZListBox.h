@@ -5,10 +5,11 @@
 #include <QListView>
 #include <QTimer>
 
+class ListHeader;
 class QStandardItemModel;
 
-/// A list of rows, moved through by keys, wheel and finger. A disabled row is a header that the
-/// highlight steps over.
+/// A list of rows, moved through by keys, wheel and finger. The highlight steps over a disabled
+/// row; as the first one it is a header, which stays in its place above the others.
 class ZListBox : public QListView {
     Q_OBJECT
 
@@ -50,8 +51,6 @@ public:
     /// Pixels by which the highlighted row's name has moved to the left, to show all of it.
     int nameOffset() const { return m_nameOffset; }
 
-    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
-
 signals:
     /// The highlight moved to the row `index`.
     void highlighted(int index);
@@ -76,7 +75,10 @@ private:
     void scrollName();
     void startNameScroll();
 
+    void showHeader();
+
     QStandardItemModel* m_model;
+    ListHeader* m_header;
     QString m_layout;
     bool m_compact = false;
     int m_repeats = 0;

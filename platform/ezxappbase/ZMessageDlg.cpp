@@ -12,8 +12,10 @@ namespace {
 
 constexpr qsizetype longestText = 6000;
 
-/// The beginning and the end of a text that is too long, such as a command's output.
-QString readablePart(const QString& text) {
+/// The text without blank lines around it and, where it is too long (such as a command's output),
+/// without its middle.
+QString readablePart(const QString& whole) {
+    const QString text = whole.trimmed();
     if (text.size() <= longestText)
         return text;
     return text.left(longestText / 3) + "\n\u2026\n" + text.right(longestText * 2 / 3);

@@ -236,6 +236,10 @@ void ZPopup::keyPressEvent(QKeyEvent* event) {
         return scrollBy(-page);
     case Qt::Key_PageDown:
         return scrollBy(page);
+    case Qt::Key_Home:
+        return m_scroll->verticalScrollBar()->triggerAction(QScrollBar::SliderToMinimum);
+    case Qt::Key_End:
+        return m_scroll->verticalScrollBar()->triggerAction(QScrollBar::SliderToMaximum);
     default:
         break;
     }

@@ -62,19 +62,27 @@ int ZSingleSelectDlg::exec() {
     return 1;
 }
 
-void ZSingleSelectDlg::moveChoice(int steps) {
-    const qsizetype target = getCheckedItemIndex() + steps;
-    if (target < 0 || target >= m_rows.size())
+void ZSingleSelectDlg::moveChoice(qsizetype steps) {
+    if (m_rows.isEmpty())
         return;
-    m_rows.at(target)->setChecked(true);
-    reveal(m_rows.at(target));
+    ChoiceRow* row = m_rows.at(qBound(0, getCheckedItemIndex() + steps, m_rows.size() - 1));
+    row->setChecked(true);
+    reveal(row);
 }
 
 void ZSingleSelectDlg::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Up)
-        moveChoice(-1);
-    else if (event->key() == Qt::Key_Down)
-        moveChoice(1);
-    else
-        ZPopup::keyPressEvent(event);
+    switch (event->key()) {
+    case Qt::Key_Up:
+        return moveChoice(-1);
+    case Qt::Key_Down:
+        return moveChoice(1);
+    case Qt::Key_PageUp:
+    case Qt::Key_Home:
+        return moveChoice(-m_rows.size());
+    case Qt::Key_PageDown:
+    case Qt::Key_End:
+        return moveChoice(m_rows.size());
+    default:
+        return ZPopup::keyPressEvent(event);
+    }
 }

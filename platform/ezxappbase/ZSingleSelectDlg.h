@@ -25,7 +25,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void moveChoice(int steps);
+    void moveChoice(qsizetype steps);
 
     QString m_text;
     QList<ChoiceRow*> m_rows;

@@ -47,7 +47,7 @@ void zBaseGUI::loadFolder(const QString& path) {
     m_packageList->insertItem(header, -1);
     auto* parent = new ZListBoxItem(m_packageList);
     parent->setPixmap(0, m_icons.getIcon("gen_back_to_arrw_small.bmp", Measure::compactIcon));
-    parent->appendSubItem(textColumn, {.text = ".."});
+    parent->appendSubItem(textColumn, {.text = "..", .strong = false});
     m_packageList->insertItem(parent, -1);
     for (const FolderEntry& entry : entries)
         appendEntry(entry);
@@ -70,7 +70,8 @@ void zBaseGUI::appendEntry(const FolderEntry& entry) {
                                                      : "fm_unknown_thb.bmp";
     auto* item = new ZListBoxItem(m_packageList);
     item->setPixmap(0, m_icons.getIcon(icon, Measure::compactIcon));
-    item->appendSubItem(textColumn, {.text = entry.name});
+    item->appendSubItem(
+        textColumn, {.text = entry.name, .strong = !entry.isFolder && isPackageName(entry.name)});
     if (!entry.isFolder)
         item->appendSubItem(textColumn, {.text = entry.size ? sizeText(*entry.size) : QString()});
     m_packageList->insertItem(item, -1);
