@@ -5,7 +5,8 @@ add_executable(ui_tests
     ui_layout_test.cpp
     ui_list_test.cpp
     ui_menu_test.cpp
-    ui_support.cpp)
+    ui_support.cpp
+    ui_waiting_test.cpp)
 target_compile_definitions(ui_tests PRIVATE QUIVER_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
                                             SEVEN_ZIP="${SEVEN_ZIP}")
 target_link_libraries(ui_tests PRIVATE quiver_ui GTest::gtest Qt6::Test)

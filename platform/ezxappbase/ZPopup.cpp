@@ -69,6 +69,10 @@ ZPopup* ZPopup::active() {
     return waitingPopups.isEmpty() ? nullptr : waitingPopups.last();
 }
 
+bool ZPopup::isAnyShown() {
+    return !shownPopups.isEmpty();
+}
+
 void ZPopup::setTitle(const QString& title) {
     m_title = title;
     setAccessibleName(title);

@@ -49,6 +49,9 @@ public:
     /// The popup on top of the screen that waits for an answer, or none.
     static ZPopup* active();
 
+    /// True while a popup is on the screen, whether it waits for an answer or not.
+    static bool isAnyShown();
+
 protected:
     void setSoftKeys(const QString& left, const QString& right);
     void addButtons(const QString& left, const QString& right);

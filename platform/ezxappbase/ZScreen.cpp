@@ -1,6 +1,7 @@
 #include "ZScreen.h"
 
 #include "Look.h"
+#include "Waiting.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -80,9 +81,12 @@ QWidget* ZScreen::topWidget() const {
     return nullptr;
 }
 
-/// Closing the window is the main widget's right soft key; what lies over it goes first.
+/// Closing the window is the main widget's right soft key; what lies over it goes first. Work is
+/// not left half done.
 void ZScreen::closeEvent(QCloseEvent* event) {
     event->ignore();
+    if (isWorking())
+        return;
     QWidget* top = topWidget();
     if (top && top != m_main)
         pressKey(top, Qt::Key_Escape);

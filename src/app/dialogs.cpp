@@ -1,6 +1,7 @@
 #include "dialogs.h"
 
 #include "RES_ICON_Reader.h"
+#include "WaitBar.h"
 #include "ZLabel.h"
 #include "ZLineEdit.h"
 #include "ZMessageDlg.h"
@@ -65,13 +66,15 @@ std::unique_ptr<ZPopup> makePleaseWait() {
     auto* label = new ZLabel(tr("POP_PLEASEWAIT"), popup.get(), nullptr, 0, 1);
     label->setAlignment(Qt::AlignHCenter);
     popup->insertChild(label, -1);
+    popup->insertChild(new WaitBar(popup.get()), -1);
     popup->setAutoDismissTime(1);
     popup->hide();
     return popup;
 }
 
-void showWhileWorking(ZPopup& pleaseWait) {
-    // Once painted it dismisses itself; the work that follows would not let it be painted.
+void showWhileWorking(ZPopup& pleaseWait, const QString& title) {
+    pleaseWait.setTitle(title);
+    // Once painted it dismisses itself; short work must not be over before it could be seen.
     pleaseWait.exec();
     pleaseWait.show();
 }

@@ -35,5 +35,5 @@ std::optional<QString> askText(const QString& title, const QString& text, const 
 /// The notice shown while a long operation runs, hidden to begin with.
 std::unique_ptr<ZPopup> makePleaseWait();
 
-/// Puts the notice on the screen, where it stays until its `hide`.
-void showWhileWorking(ZPopup& pleaseWait);
+/// Puts the notice on the screen under the title `title`, where it stays until its `hide`.
+void showWhileWorking(ZPopup& pleaseWait, const QString& title);

@@ -59,7 +59,7 @@ bool installZpk(const QString& path, ZPopup& pleaseWait, bool quietOnSuccess) {
         askPlace("POP_INSTALL_ZPK_TITLE", "POP_INSTALL_ZPK_LOCATION_TEXT", phoneAndCard());
     if (!place)
         return false;
-    showWhileWorking(pleaseWait);
+    showWhileWorking(pleaseWait, fileName(path));
     const QString folder = appsFolder(*place == 0 ? phoneMemory : memoryCard);
     unpack(path, folder, quietOnSuccess);
     runSystem(QString("chmod +x -R %1/ ;").arg(hostPath(folder)));
@@ -84,7 +84,7 @@ void installZskFromConsole(const QString& path, ZPopup& pleaseWait) {
         askPlace("POP_INSTALL_ZSK_TITLE", "POP_INSTALL_ZSK_LOCATION_TEXT", skinPlaces());
     if (!place)
         return;
-    showWhileWorking(pleaseWait);
+    showWhileWorking(pleaseWait, fileName(path));
     const QStringList folders = {Path::phoneSkins, Path::cardSkins, Path::extSkins};
     unpack(path, folders.value(*place), false);
     pleaseWait.hide();

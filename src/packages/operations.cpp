@@ -3,6 +3,7 @@
 #include "Bytes.h"
 #include "PhoneRoot.h"
 #include "RegularFile.h"
+#include "Waiting.h"
 #include "database.h"
 #include "descriptor.h"
 #include "discovery.h"
@@ -30,19 +31,25 @@ bool exists(const QString& hostPath) {
     return access(toBytes(hostPath).constData(), F_OK) == 0;
 }
 
-int countedEntries = 0;
+struct Contents {
+    int entries = 0; ///< files and folders, the outermost included
+    qint64 bytes = 0;
+};
 
-int countEntry(const char*, const struct stat*, int, FTW*) {
-    ++countedEntries;
+Contents counted;
+
+int countEntry(const char*, const struct stat* info, int type, FTW*) {
+    ++counted.entries;
+    counted.bytes += type == FTW_F ? info->st_size : 0;
     return 0;
 }
 
-/// How many files and folders lie in `folder` (of the machine), itself included.
-int entriesIn(const QString& folder) {
+/// What lies in `folder` (of the machine).
+Contents contentsOf(const QString& folder) {
     constexpr int openFolders = 16;
-    countedEntries = 0;
+    counted = Contents();
     nftw(toBytes(folder).constData(), countEntry, openFolders, FTW_PHYS);
-    return countedEntries;
+    return counted;
 }
 
 /// Moves the folder; true when the application lies at `to` afterwards. What a failed move has left
@@ -53,15 +60,15 @@ bool moveFolder(const QString& from, const QString& to, bool quietOnSuccess) {
         showError(tr("POP_ERROR_EXISTS_TEXT"));
         return false;
     }
-    const int before = entriesIn(from);
+    const int before = contentsOf(from).entries;
     const bool done = runPathCommand(from, QString("mv '%1' '%2/'").arg(from, to), quietOnSuccess);
     // A command that a signal ended counts as a success, so the folder itself has to tell.
     if (done && !exists(from))
         return true;
     if (!fitsInQuotes(from) || !exists(to))
         return false;
-    if (entriesIn(from) < before)
-        return entriesIn(to) == before;
+    if (contentsOf(from).entries < before)
+        return contentsOf(to).entries == before;
     runSystem(QString("rm -rf '%1'").arg(to));
     return false;
 }
@@ -124,6 +131,7 @@ void saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
         return showError(app.path + ": " + QString::fromLocal8Bit(strerror(errno)));
     if (fitsInQuotes(older))
         runSystem(QString("rm -f '%1'").arg(older));
+    const WorkGoal goal(WorkGoal::Reads, contentsOf(hostPath(app.path)).bytes);
     runPathCommand(older, enter + pack, quietOnSuccess);
 }
 

@@ -2,6 +2,7 @@
 
 #include "Bytes.h"
 #include "PhoneRoot.h"
+#include "Waiting.h"
 #include "dialogs.h"
 #include "language.h"
 #include "paths.h"
@@ -74,7 +75,8 @@ bool isSuccess(int status) {
 int runSystem(const QString& command) {
     fflush(stdout);
     const EmptyInput noInput;
-    return system(toBytes(command).constData());
+    const QByteArray line = toBytes(command);
+    return runBeside([&] { return system(line.constData()); });
 }
 
 bool runShellCommand(QString& command, bool quietOnSuccess) {

@@ -2,7 +2,8 @@
 
 #include <QString>
 
-/// Runs `command` with the C library's `system()` and gives its result. What this program has
+/// Runs `command` with the C library's `system()` and gives its result; the screen goes on moving
+/// meanwhile. What this program has
 /// printed comes out first. The command reads nothing from the program's own input.
 int runSystem(const QString& command);
 

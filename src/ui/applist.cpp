@@ -109,11 +109,15 @@ void zBaseGUI::showEmptyNotice() {
                               ::tr(hidden ? "TXT_ALL_HIDDEN_HINT" : "TXT_NO_APPS_HINT"), 0);
 }
 
-void zBaseGUI::showCheckedCount() {
+int zBaseGUI::checkedCount() const {
     int checked = 0;
     for (int row = 0; row < m_appList->count(); ++row)
         checked += m_appList->item(row)->isChecked() ? 1 : 0;
-    setTitleBadge(m_multiSelect ? QString::number(checked) : QString());
+    return checked;
+}
+
+void zBaseGUI::showCheckedCount() {
+    setTitleBadge(m_multiSelect ? QString::number(checkedCount()) : QString());
 }
 
 void zBaseGUI::updateRow(int row, const ZPK_App& app) {

@@ -1,5 +1,6 @@
 #include "Bytes.h"
 #include "PhoneRoot.h"
+#include "Waiting.h"
 #include "ZListBox.h"
 #include "ZPopup.h"
 #include "dialogs.h"
@@ -125,7 +126,7 @@ void zBaseGUI::cmd_Move(ZPK_App* app, int row) {
     if (!app)
         return;
     if (!m_multiSelect) {
-        showWhileWorking(*m_pleaseWait);
+        showWhileWorking(*m_pleaseWait, app->name);
         row = row == -1 ? m_appList->currentItem() : row;
     }
     if (moveApp(*app, m_multiSelect)) {
@@ -142,7 +143,7 @@ void zBaseGUI::cmd_Delete(ZPK_App* app) {
     if (!app)
         return;
     if (!m_multiSelect)
-        showWhileWorking(*m_pleaseWait);
+        showWhileWorking(*m_pleaseWait, app->name);
     deleteApp(*app, m_multiSelect);
     if (!m_multiSelect)
         m_pleaseWait->hide();
@@ -154,7 +155,7 @@ void zBaseGUI::cmd_SaveAs(ZPK_App* app, SAVE_LOCATION where) {
     printf("DEBUG::  Save Location : %d \n", where);
     const QString folders[] = {Path::phonePackages, Path::cardPackages, browserFolder()};
     const FolderGuard guard;
-    showWhileWorking(*m_pleaseWait);
+    showWhileWorking(*m_pleaseWait, app->name);
     saveApp(*app, folders[where], m_multiSelect);
     m_pleaseWait->hide();
 }
@@ -192,12 +193,15 @@ void zBaseGUI::cmd_MultiDelete() {
     const int rows = m_appList->count();
     if (rows == 0)
         return;
-    showWhileWorking(*m_pleaseWait);
+    showWhileWorking(*m_pleaseWait, ::tr("APP_DELETE"));
+    const int total = checkedCount();
+    int number = 0;
     int removed = 0;
     for (int i = 0; i < rows; ++i) {
         ZPK_App* app = m_appList->item(i)->isChecked() ? getApp(i - removed) : nullptr;
         if (!app)
             continue;
+        const WorkPart part(++number, total);
         printf("DEBUG:: Delete APP (%s)\n", toBytes(app->name).constData());
         const size_t before = AppMap.size();
         cmd_Delete(app);
@@ -212,11 +216,14 @@ void zBaseGUI::cmd_MultiDelete() {
 void zBaseGUI::cmd_MultiMove() {
     if (m_appList->count() == 0)
         return;
-    showWhileWorking(*m_pleaseWait);
+    showWhileWorking(*m_pleaseWait, ::tr("APP_MOVE"));
+    const int total = checkedCount();
+    int number = 0;
     for (int row = 0; row < m_appList->count();) {
         const int before = m_appList->count();
         ZPK_App* app = m_appList->item(row)->isChecked() ? getApp(row) : nullptr;
         if (app) {
+            const WorkPart part(++number, total);
             printf("DEBUG:: Move APP (%s)\n", toBytes(app->name).constData());
             cmd_Move(app, row);
         }

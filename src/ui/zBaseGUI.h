@@ -110,6 +110,7 @@ private:
     void appendApp(const ZPK_App& app);
     void enableMainMenu();
     void showEmptyNotice();
+    int checkedCount() const;
     void showCheckedCount();
     void updateRow(int row, const ZPK_App& app);
     void removeRow(int row);

@@ -1,0 +1,107 @@
+#include "Waiting.h"
+
+#include "ZApplication.h"
+#include "ZPopup.h"
+
+#include <QEventLoop>
+#include <QFile>
+#include <QThread>
+
+#include <atomic>
+#include <memory>
+
+#include <unistd.h>
+
+namespace {
+
+/// The thread that the work runs on; the commands are its children.
+std::atomic<pid_t> workThread = 0;
+
+int workDepth = 0;
+WorkGoal::Direction goalDirection = WorkGoal::Writes;
+qint64 goalBytes = 0;
+int partNumber = 0;
+int partTotal = 0;
+
+QByteArray readSystemFile(const QByteArray& path) {
+    QFile file(QString::fromLatin1(path));
+    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Bytes that a running process has passed to (`rchar`) or from (`wchar`) its files so far, and its
+/// ended children with it.
+qint64 bytesOfProcess(const QByteArray& process, const QByteArray& counter) {
+    for (const QByteArray& line : readSystemFile("/proc/" + process + "/io").split('\n')) {
+        if (line.startsWith(counter))
+            return line.mid(counter.size()).trimmed().toLongLong();
+    }
+    return 0;
+}
+
+qint64 bytesOfChildren(const QByteArray& thread, const QByteArray& counter) {
+    const QByteArray children = readSystemFile("/proc/" + thread + "/children").simplified();
+    qint64 bytes = 0;
+    for (const QByteArray& child : children.split(' ')) {
+        if (!child.isEmpty())
+            bytes +=
+                bytesOfProcess(child, counter) + bytesOfChildren(child + "/task/" + child, counter);
+    }
+    return bytes;
+}
+
+} // namespace
+
+int runBeside(const std::function<int()>& work) {
+    if (!ZApplication::hasDisplay())
+        return work();
+    int result = 0;
+    const std::unique_ptr<QThread> thread(QThread::create([&] {
+        workThread = gettid();
+        result = work();
+        workThread = 0;
+    }));
+    QEventLoop loop;
+    QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
+    ++workDepth;
+    thread->start();
+    loop.exec(ZPopup::isAnyShown() ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
+    thread->wait();
+    --workDepth;
+    return result;
+}
+
+bool isWorking() {
+    return workDepth > 0;
+}
+
+WorkGoal::WorkGoal(Direction direction, qint64 bytes) {
+    goalDirection = direction;
+    goalBytes = bytes;
+}
+
+WorkGoal::~WorkGoal() {
+    goalBytes = 0;
+}
+
+WorkPart::WorkPart(int number, int total) {
+    partNumber = number;
+    partTotal = total;
+}
+
+WorkPart::~WorkPart() {
+    partTotal = 0;
+}
+
+WorkProgress workProgress() {
+    WorkProgress progress = {.number = partNumber, .total = partTotal};
+    if (partTotal > 0)
+        progress.fraction = double(partNumber - 1) / partTotal;
+    if (goalBytes <= 0 || workThread == 0)
+        return progress;
+    const QByteArray thread = "self/task/" + QByteArray::number(workThread);
+    const qint64 bytes =
+        bytesOfChildren(thread, goalDirection == WorkGoal::Reads ? "rchar:" : "wchar:");
+    if (bytes > 0)
+        progress.fraction = qMin(1.0, double(bytes) / double(goalBytes));
+    return progress;
+}

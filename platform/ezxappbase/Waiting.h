@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <functional>
+
+/// Runs `work`, which blocks, beside the event loop and gives its result: meanwhile the screen is
+/// painted and moves. Keys and touches go to the popup on the screen; where there is none they
+/// wait. A program without a display just runs `work`.
+int runBeside(const std::function<int()>& work);
+
+/// True while such work runs.
+bool isWorking();
+
+/// How much the commands of the work are going to read or write. While the object lives, the work's
+/// progress is told by it; a later object takes the place of an earlier one.
+class WorkGoal {
+public:
+    enum Direction { Reads, Writes };
+
+    WorkGoal(Direction direction, qint64 bytes);
+    ~WorkGoal();
+    Q_DISABLE_COPY_MOVE(WorkGoal)
+};
+
+/// Which part of how many equal ones the work has come to, counted from 1. It holds while the
+/// object lives.
+class WorkPart {
+public:
+    WorkPart(int number, int total);
+    ~WorkPart();
+    Q_DISABLE_COPY_MOVE(WorkPart)
+};
+
+struct WorkProgress {
+    double fraction = -1; ///< from 0 to 1; negative where it cannot be told
+    int number = 0;
+    int total = 0; ///< parts; 0 where the work has none
+};
+
+/// How far the work is. What its commands have read or written so far is asked of the system
+/// (/proc/PID/io), so the commands need not know.
+WorkProgress workProgress();
