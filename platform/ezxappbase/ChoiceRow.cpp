@@ -15,6 +15,12 @@ void ChoiceRow::setPixmap(const QPixmap& icon) {
     update();
 }
 
+void ChoiceRow::setSecondText(const QString& text) {
+    m_secondText = text;
+    setAccessibleDescription(text);
+    update();
+}
+
 QSize ChoiceRow::sizeHint() const {
     const int height = scaled(Measure::choiceRow);
     return QSize(4 * height, height);
@@ -56,8 +62,20 @@ void ChoiceRow::paintEvent(QPaintEvent*) {
         text.setLeft(text.left() + icon + padding);
     }
     painter.setPen(ink);
-    painter.setFont(fittedFont(this->text(), text.size(), Measure::dialogFont, QFont::DemiBold));
-    painter.drawText(text, int(Qt::AlignVCenter | Qt::AlignLeft) | Qt::TextWordWrap, this->text());
+    if (m_secondText.isEmpty()) {
+        painter.setFont(
+            fittedFont(this->text(), text.size(), Measure::dialogFont, QFont::DemiBold));
+        painter.drawText(text, int(Qt::AlignVCenter | Qt::AlignLeft) | Qt::TextWordWrap,
+                         this->text());
+    } else {
+        const QRect upper(text.left(), text.top() + Measure::grid, text.width(),
+                          text.height() / 2 - Measure::grid + 1);
+        paintFitted(painter, upper, Qt::AlignLeft | Qt::AlignVCenter, this->text(),
+                    Measure::dialogFont, QFont::DemiBold);
+        painter.setPen(chosen ? colours().focusSecondaryText : colours().secondaryText);
+        paintFitted(painter, upper.translated(0, upper.height()), Qt::AlignLeft | Qt::AlignVCenter,
+                    m_secondText, Measure::secondFont, QFont::Normal);
+    }
 
     const QPointF centre(width() - padding - mark / 2.0, height() / 2.0);
     painter.setPen(QPen(quiet, 2));

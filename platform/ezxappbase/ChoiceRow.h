@@ -12,6 +12,12 @@ public:
     ChoiceRow(const QString& text, QWidget* parent);
 
     void setPixmap(const QPixmap& icon);
+
+    /// A quieter line below the text.
+    void setSecondText(const QString& text);
+
+    QString secondText() const { return m_secondText; }
+
     QSize sizeHint() const override;
 
 signals:
@@ -26,5 +32,6 @@ protected:
 
 private:
     QPixmap m_icon;
+    QString m_secondText;
     bool m_wasChosen = false;
 };

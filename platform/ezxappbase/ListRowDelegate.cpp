@@ -38,6 +38,26 @@ int textWidth(const ZListItem& line, int room) {
     return !line.icon.isNull() && room - marker >= line.width ? room - marker : room;
 }
 
+QFont badgeFont() {
+    return lookFont(Measure::hintFont, QFont::DemiBold);
+}
+
+int badgeWidth(const ZListItem& line) {
+    return QFontMetrics(badgeFont()).horizontalAdvance(line.badge) + 4 * Measure::grid;
+}
+
+void paintBadge(QPainter& painter, const QRect& row, const ZListItem& line) {
+    const int height = scaled(Measure::markerIcon);
+    const int width = badgeWidth(line);
+    const QRect pill(row.right() + 1 - width, row.center().y() - height / 2, width, height);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(line.strongBadge ? colours().accent : colours().button);
+    painter.drawRoundedRect(pill, height / 2.0, height / 2.0);
+    painter.setFont(badgeFont());
+    painter.setPen(line.strongBadge ? colours().bar : colours().text);
+    painter.drawText(pill, Qt::AlignCenter, line.badge);
+}
+
 void paintMarker(QPainter& painter, const QRect& line, const ZListItem& item, const QColor& ink) {
     if (textWidth(item, line.width()) == line.width())
         return;
@@ -54,10 +74,12 @@ QSize ListRowDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&)
     return QSize(1, scaled(m_box->isCompact() ? Measure::compactRow : Measure::listRow));
 }
 
-QRect ListRowDelegate::textPlace(const QRect& row) const {
+QRect ListRowDelegate::textPlace(const QRect& row, const QList<ZListItem>& lines) const {
     const int icon = scaled(m_box->isCompact() ? Measure::compactIcon : Measure::rowIcon);
     const int check = m_box->hasCheckBoxes() ? scaled(Measure::checkBox) + margin : 0;
-    return row.adjusted(margin + check + icon + margin, 0, -margin - Measure::scrollBar, 0);
+    const int badge =
+        lines.isEmpty() || lines.first().badge.isEmpty() ? 0 : badgeWidth(lines.first()) + margin;
+    return row.adjusted(margin + check + icon + margin, 0, -margin - Measure::scrollBar - badge, 0);
 }
 
 int ListRowDelegate::hiddenNameWidth(const ZListBox* box, const QModelIndex& index) const {
@@ -66,7 +88,7 @@ int ListRowDelegate::hiddenNameWidth(const ZListBox* box, const QModelIndex& ind
     const QList<ZListItem> lines = shownLines(itemAt(box, index), box->textColumn());
     if (lines.isEmpty())
         return 0;
-    const QRect place = textPlace(QRect(0, 0, box->viewport()->width(), 1));
+    const QRect place = textPlace(QRect(0, 0, box->viewport()->width(), 1), lines);
     const QFontMetrics metrics(nameFont(lines.first()));
     return qMax(0, metrics.horizontalAdvance(lines.first().text) -
                        textWidth(lines.first(), place.width()));
@@ -108,8 +130,10 @@ void ListRowDelegate::paintIcon(QPainter& painter, const QRect& row, const ZList
 void ListRowDelegate::paintLines(QPainter& painter, const QRect& row, const ZListBoxItem& item,
                                  bool focused) const {
     const Palette& palette = colours();
-    const QRect place = textPlace(row);
     const QList<ZListItem> lines = shownLines(item, m_box->textColumn());
+    const QRect place = textPlace(row, lines);
+    if (!lines.isEmpty() && !lines.first().badge.isEmpty())
+        paintBadge(painter, row.adjusted(0, 0, -margin - Measure::scrollBar, 0), lines.first());
     painter.setPen(palette.line);
     if (!focused && !m_box->isCompact())
         painter.drawLine(place.left(), row.bottom(), row.right(), row.bottom());

@@ -4,6 +4,7 @@
 
 class ZListBox;
 class ZListBoxItem;
+struct ZListItem;
 
 /// Paints the rows of a list box.
 class ListRowDelegate : public QStyledItemDelegate {
@@ -24,7 +25,7 @@ private:
                    bool focused) const;
     void paintLines(QPainter& painter, const QRect& row, const ZListBoxItem& item,
                     bool focused) const;
-    QRect textPlace(const QRect& row) const;
+    QRect textPlace(const QRect& row, const QList<ZListItem>& lines) const;
 
     const ZListBox* m_box;
 };

@@ -15,8 +15,10 @@ constexpr int longestSide = 4096;
 
 QPixmap loadPicture(const QString& path, int size) {
     QByteArray bytes;
-    if (!readRegularFile(path, largestFile, bytes))
-        return QPixmap();
+    return readRegularFile(path, largestFile, bytes) ? readPicture(bytes, size) : QPixmap();
+}
+
+QPixmap readPicture(QByteArray bytes, int size) {
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer);
     const QSize natural = reader.size();

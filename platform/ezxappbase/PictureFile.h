@@ -7,3 +7,6 @@
 /// pixels, sharp on the screen in use. Empty where there is none that can be shown: the file is
 /// missing, not a regular one, over 4 MiB, broken, or of more than 4096 pixels a side.
 QPixmap loadPicture(const QString& path, int size);
+
+/// The same for the bytes of such a file.
+QPixmap readPicture(QByteArray bytes, int size);

@@ -5,7 +5,9 @@
 
 #include <QEventLoop>
 #include <QFile>
+#include <QPointer>
 #include <QThread>
+#include <QThreadPool>
 
 #include <atomic>
 #include <memory>
@@ -68,6 +70,18 @@ int runBeside(const std::function<int()>& work) {
     thread->wait();
     --workDepth;
     return result;
+}
+
+void startBeside(const std::function<void()>& work, QObject* receiver,
+                 const std::function<void()>& then) {
+    QThreadPool::globalInstance()->start([work, then, guard = QPointer(receiver)] {
+        work();
+        const auto finish = [then, guard] {
+            if (guard)
+                then();
+        };
+        QMetaObject::invokeMethod(qApp, finish, Qt::QueuedConnection);
+    });
 }
 
 bool isWorking() {

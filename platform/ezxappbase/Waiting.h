@@ -4,12 +4,19 @@
 
 #include <functional>
 
+class QObject;
+
 /// Runs `work`, which blocks, beside the event loop and gives its result: meanwhile the screen is
 /// painted and moves. Keys and touches go to the popup on the screen; where there is none they
 /// wait. A program without a display just runs `work`.
 int runBeside(const std::function<int()>& work);
 
-/// True while such work runs.
+/// Starts `work` on another thread and returns; `then` is called on this one when it has ended,
+/// unless `receiver` is gone by then. The program waits for it at its end.
+void startBeside(const std::function<void()>& work, QObject* receiver,
+                 const std::function<void()>& then);
+
+/// True while work of `runBeside` runs.
 bool isWorking();
 
 /// How much the commands of the work are going to read or write. While the object lives, the work's

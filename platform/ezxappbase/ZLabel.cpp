@@ -2,9 +2,31 @@
 
 #include "Look.h"
 
+#include <QFontMetrics>
+
 namespace {
 constexpr int noticeClass = 1;
+
+/// Lets a word that is wider than the smallest screen break: zero-width spaces keep every run
+/// without blanks narrower.
+QString breakable(const QString& text, const QFont& font) {
+    constexpr int widestRun = 128;
+    const QFontMetrics metrics(font);
+    QString result;
+    int run = 0;
+    for (const QChar c : text) {
+        const int width = metrics.horizontalAdvance(c);
+        if (run + width > widestRun && !c.isLowSurrogate() && !c.isMark()) {
+            result += QChar(0x200B);
+            run = 0;
+        }
+        result += c;
+        run = c.isSpace() ? 0 : run + width;
+    }
+    return result;
 }
+
+} // namespace
 
 ZLabel::ZLabel(const QString& text, QWidget* parent, const char* name, int flags, int widgetClass)
     : QLabel(text, parent, Qt::WindowFlags(flags)) {
@@ -18,4 +40,9 @@ ZLabel::ZLabel(const QString& text, QWidget* parent, const char* name, int flags
     inks.setColor(QPalette::WindowText, isNotice ? colours().text : colours().secondaryText);
     inks.setColor(QPalette::Text, colours().text);
     setPalette(inks);
+}
+
+void ZLabel::setBreakableText(const QString& text) {
+    setText(breakable(text, font()));
+    setAccessibleName(text);
 }

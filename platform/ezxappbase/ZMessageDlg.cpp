@@ -6,8 +6,6 @@
 #include "ZApplication.h"
 #include "ZLabel.h"
 
-#include <QFontMetrics>
-
 namespace {
 
 constexpr qsizetype longestText = 6000;
@@ -21,25 +19,6 @@ QString readablePart(const QString& whole) {
     return text.left(longestText / 3) + "\n\u2026\n" + text.right(longestText * 2 / 3);
 }
 
-/// Lets a word that is wider than the smallest screen break: zero-width spaces keep every run
-/// without blanks narrower.
-QString breakable(const QString& text, const QFont& font) {
-    constexpr int widestRun = 128;
-    const QFontMetrics metrics(font);
-    QString result;
-    int run = 0;
-    for (const QChar c : text) {
-        const int width = metrics.horizontalAdvance(c);
-        if (run + width > widestRun && !c.isLowSurrogate() && !c.isMark()) {
-            result += QChar(0x200B);
-            run = 0;
-        }
-        result += c;
-        run = c.isSpace() ? 0 : run + width;
-    }
-    return result;
-}
-
 } // namespace
 
 ZMessageDlg::ZMessageDlg(const QString& title, const QString& text, int type, int timeOut,
@@ -51,8 +30,9 @@ ZMessageDlg::ZMessageDlg(const QString& title, const QString& text, int type, in
         const bool isLong = text.size() > 200;
         const QFont font = lookFont(isLong ? Measure::secondFont : Measure::dialogFont,
                                     isLong ? QFont::Normal : QFont::DemiBold);
-        auto* label = new ZLabel(breakable(readablePart(text), font), this, nullptr, 0, 1);
+        auto* label = new ZLabel(QString(), this, nullptr, 0, 1);
         label->setFont(font);
+        label->setBreakableText(readablePart(text));
         label->setAccessibleName(text.left(longestText));
         insertChild(label, -1);
     }

@@ -41,6 +41,10 @@ void ZSingleSelectDlg::setItemIcon(int index, const QPixmap& icon) {
     m_rows.at(index)->setPixmap(icon);
 }
 
+void ZSingleSelectDlg::setItemSecondText(int index, const QString& text) {
+    m_rows.at(index)->setSecondText(text);
+}
+
 int ZSingleSelectDlg::getCheckedItemIndex() const {
     for (int i = 0; i < m_rows.size(); ++i) {
         if (m_rows.at(i)->isChecked())
@@ -54,7 +58,8 @@ int ZSingleSelectDlg::exec() {
         return ZPopup::exec();
     QStringList items;
     for (const ChoiceRow* row : std::as_const(m_rows))
-        items.append(row->text());
+        items.append(QStringList{row->text(), row->secondText()}.join(
+            row->secondText().isEmpty() ? "" : ", "));
     const int chosen = chooseOnTerminal(title(), m_text, items);
     if (chosen < 0)
         return 0;

@@ -14,6 +14,7 @@ public:
 
     void addItemsList(const QStringList& items);
     void setItemIcon(int index, const QPixmap& icon);
+    void setItemSecondText(int index, const QString& text);
 
     /// The chosen item, counted from 0; -1 in an empty list.
     int getCheckedItemIndex() const;

@@ -2,13 +2,19 @@
 
 #include "RES_ICON_Reader.h"
 #include "WaitBar.h"
+#include "ZApplication.h"
 #include "ZLabel.h"
 #include "ZLineEdit.h"
 #include "ZMessageDlg.h"
 #include "ZPopup.h"
+#include "ZSeparator.h"
 #include "ZSingleCaptureDlg.h"
 #include "ZSingleSelectDlg.h"
 #include "language.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
 
 namespace {
 
@@ -23,7 +29,69 @@ int showMessage(const QString& title, const QString& text, const QString& iconNa
     return dialog.exec();
 }
 
+ZLabel* makeLabel(const QString& text, int widgetClass, QWidget* parent) {
+    auto* label = new ZLabel(QString(), parent, nullptr, 0, widgetClass);
+    label->setBreakableText(text);
+    return label;
+}
+
+/// Icon, heading and subheading; below them the facts, in two columns.
+QWidget* makeCard(const Details& details) {
+    constexpr int gap = 2 * Measure::grid;
+    auto* card = new QWidget;
+    auto* rows = new QGridLayout(card);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setHorizontalSpacing(gap);
+    rows->setVerticalSpacing(Measure::grid);
+    rows->setColumnStretch(1, 1);
+
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(0);
+    texts->addWidget(makeLabel(details.heading, 1, card));
+    if (!details.subheading.isEmpty())
+        texts->addWidget(makeLabel(details.subheading, 0, card));
+    auto* heading = new QHBoxLayout;
+    heading->setSpacing(gap);
+    if (!details.icon.isNull()) {
+        auto* icon = new QLabel(card);
+        icon->setPixmap(details.icon);
+        heading->addWidget(icon);
+    }
+    heading->addLayout(texts, 1);
+    rows->addLayout(heading, 0, 0, 1, 2);
+    if (!details.facts.isEmpty())
+        rows->addWidget(new ZSeparator(card), 1, 0, 1, 2);
+    for (const auto& [name, value] : details.facts) {
+        const int row = rows->rowCount();
+        auto* right = makeLabel(value, 0, card);
+        right->setAlignment(Qt::AlignRight);
+        right->setForegroundRole(QPalette::Text);
+        rows->addWidget(makeLabel(name, 0, card), row, 0);
+        rows->addWidget(right, row, 1);
+    }
+    return card;
+}
+
+QString asLines(const Details& details) {
+    QStringList lines = {details.heading};
+    if (!details.subheading.isEmpty())
+        lines.append(details.subheading);
+    for (const auto& [name, value] : details.facts)
+        lines.append(name + ": " + value);
+    return lines.join('\n');
+}
+
 } // namespace
+
+bool askAbout(const QString& title, const QString& text, const Details& details,
+              const QString& iconName) {
+    if (!ZApplication::hasDisplay())
+        return askYesNo(title, text + '\n' + asLines(details), iconName);
+    ZMessageDlg dialog(title, text, ZMessageDlg::Question, 0, nullptr, nullptr, true, 0);
+    setTitleIcon(dialog, iconName);
+    dialog.insertChild(makeCard(details), -1);
+    return dialog.exec() == 1;
+}
 
 bool askYesNo(const QString& title, const QString& text, const QString& iconName) {
     return showMessage(title, text, iconName, ZMessageDlg::Question) == 1;
@@ -42,8 +110,10 @@ std::optional<int> chooseOne(const QString& title, const QString& text,
     for (const Choice& choice : choices)
         texts.append(choice.text);
     dialog.addItemsList(texts);
-    for (int i = 0; i < choices.size(); ++i)
+    for (int i = 0; i < choices.size(); ++i) {
         dialog.setItemIcon(i, reader.getIcon(choices.at(i).iconName));
+        dialog.setItemSecondText(i, choices.at(i).secondText);
+    }
     if (dialog.exec() == 0)
         return std::nullopt;
     return dialog.getCheckedItemIndex();

@@ -16,12 +16,25 @@ class ZPopup;
 /// A yes/no question; true only for yes.
 bool askYesNo(const QString& title, const QString& text, const QString& iconName = QString());
 
+/// What a question is about.
+struct Details {
+    QPixmap icon;
+    QString heading;
+    QString subheading;
+    QList<std::pair<QString, QString>> facts; ///< each with its name
+};
+
+/// As `askYesNo`, with the details shown under the text.
+bool askAbout(const QString& title, const QString& text, const Details& details,
+              const QString& iconName);
+
 /// A notice to be acknowledged.
 void showNotice(const QString& title, const QString& text, const QString& iconName = QString());
 
 struct Choice {
     QString text;
     QString iconName;
+    QString secondText = {};
 };
 
 /// A list of which one entry is chosen: its index, or none when the user cancels.

@@ -86,6 +86,18 @@ QByteArray replaceKeyLine(const QByteArray& text, const QByteArray& key, const Q
     return newText;
 }
 
+std::unique_ptr<ZPK_App> parseDescriptor(const QByteArray& text) {
+    const auto value = [&](const char* prefix) { return fromBytes(findValue(text, prefix)); };
+    auto app = std::make_unique<ZPK_App>();
+    app->name = value("Name = ");
+    app->author = value("Author = ");
+    app->version = value("Version = ");
+    app->exec = value("Exec = ");
+    app->icon = value("Icon = ");
+    app->comment = value("Comment = ");
+    return app;
+}
+
 std::unique_ptr<ZPK_App> readDescriptor(const QString& folderName) {
     if (folderName.isEmpty())
         return nullptr;
@@ -99,14 +111,7 @@ std::unique_ptr<ZPK_App> readDescriptor(const QString& folderName) {
     const std::optional<QByteArray> text = readWholeFile(file);
     if (!text)
         return nullptr;
-    const auto value = [&](const char* prefix) { return fromBytes(findValue(*text, prefix)); };
-    auto app = std::make_unique<ZPK_App>();
+    auto app = parseDescriptor(*text);
     app->path = parent + '/' + folderName;
-    app->name = value("Name = ");
-    app->author = value("Author = ");
-    app->version = value("Version = ");
-    app->exec = value("Exec = ");
-    app->icon = value("Icon = ");
-    app->comment = value("Comment = ");
     return app;
 }

@@ -24,6 +24,9 @@ QByteArray findValue(const QByteArray& text, const QByteArray& prefix);
 /// out; nothing is added when no line matches.
 QByteArray replaceKeyLine(const QByteArray& text, const QByteArray& key, const QByteArray& value);
 
+/// The application that a descriptor's `text` describes, without its folder.
+std::unique_ptr<ZPK_App> parseDescriptor(const QByteArray& text);
+
 /// The application in the sub-folder `folderName` of the working directory; null when there is no
 /// readable descriptor. Location, identifier and menu flag are left to the caller.
 std::unique_ptr<ZPK_App> readDescriptor(const QString& folderName);

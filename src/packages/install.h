@@ -2,12 +2,20 @@
 
 #include <QString>
 
+#include <optional>
+
 class ZPopup;
+struct PackageInfo;
+
+/// Asks whether to install the package at `path` (of the machine), telling what is known of it; one
+/// that would write outside its folder is refused.
+bool askToInstall(const QString& title, const QString& text, const QString& path,
+                  const std::optional<PackageInfo>& info);
 
 /// Asks where to, then unpacks the application package at `path` (of the machine) while
 /// `pleaseWait` is on the screen, and makes the application folder's files executable, whether
-/// unpacking succeeded or not. Failures are shown. False when the user cancelled; nothing has
-/// happened then.
+/// unpacking succeeded or not. Failures are shown. False when the user cancelled, or where the
+/// package was refused or does not fit; nothing has happened then.
 bool installZpk(const QString& path, ZPopup& pleaseWait, bool quietOnSuccess);
 
 /// Asks whether to install the application package at `path`, then as `installZpk`.

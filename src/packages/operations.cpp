@@ -7,6 +7,7 @@
 #include "database.h"
 #include "descriptor.h"
 #include "discovery.h"
+#include "foldersize.h"
 #include "language.h"
 #include "menu.h"
 #include "settings.h"
@@ -18,7 +19,6 @@
 #include <cstdio>
 #include <cstring>
 
-#include <ftw.h>
 #include <unistd.h>
 
 namespace {
@@ -29,27 +29,6 @@ QString folderName(const ZPK_App& app) {
 
 bool exists(const QString& hostPath) {
     return access(toBytes(hostPath).constData(), F_OK) == 0;
-}
-
-struct Contents {
-    int entries = 0; ///< files and folders, the outermost included
-    qint64 bytes = 0;
-};
-
-Contents counted;
-
-int countEntry(const char*, const struct stat* info, int type, FTW*) {
-    ++counted.entries;
-    counted.bytes += type == FTW_F ? info->st_size : 0;
-    return 0;
-}
-
-/// What lies in `folder` (of the machine).
-Contents contentsOf(const QString& folder) {
-    constexpr int openFolders = 16;
-    counted = Contents();
-    nftw(toBytes(folder).constData(), countEntry, openFolders, FTW_PHYS);
-    return counted;
 }
 
 /// Moves the folder; true when the application lies at `to` afterwards. What a failed move has left

@@ -6,6 +6,7 @@
 #include "dialogs.h"
 #include "install.h"
 #include "language.h"
+#include "packageinfo.h"
 #include "paths.h"
 #include "zBaseGUI.h"
 
@@ -100,11 +101,16 @@ void zBaseGUI::zpk_highlighted(int row) {
 void zBaseGUI::confirmInstall() {
     const QString name = nameAt(m_packageList, m_packageList->currentItem());
     // A second touch on the row may come in before the first installation has begun.
-    if (!m_confirmedPackage.isEmpty() ||
-        !askYesNo(::tr("POP_INSTALL_ZPK_TITLE"), ::tr("POP_INSTALL_ZPK_CONFIRM_TEXT").arg(name),
-                  "Mpkgbox_Small.g"))
+    if (!m_confirmedPackage.isEmpty())
         return;
-    m_confirmedPackage = browserFolder() + '/' + name;
+    const QString package = browserFolder() + '/' + name;
+    setBusy(true);
+    const std::optional<PackageInfo> info = packageInfo(hostPath(package));
+    setBusy(false);
+    if (!askToInstall(::tr("POP_INSTALL_ZPK_TITLE"), ::tr("POP_INSTALL_ZPK_CONFIRM_TEXT").arg(name),
+                      hostPath(package), info))
+        return;
+    m_confirmedPackage = package;
     QTimer::singleShot(installDelay, this, &zBaseGUI::cmd_InstallZPK);
     puts("DEBUG:: Install ZPK");
 }

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+/// One entry of a package, as the archiver lists it.
+struct ArchiveEntry {
+    QString name;    ///< with the folders that it lies in, '/' between them
+    qint64 size = 0; ///< in bytes, unpacked; of a link, the length of its target
+    bool isFolder = false;
+    bool isLink = false;
+
+    bool operator==(const ArchiveEntry&) const = default;
+};
+
+/// The entries in the archiver's technical listing; none where `output` is no such listing.
+std::optional<QList<ArchiveEntry>> parseListing(const QByteArray& output);
+
+/// The entries of the package at `path` (of the machine); none where `archiver` cannot tell. Both
+/// functions that start the archiver block, write nothing and may run on any thread.
+std::optional<QList<ArchiveEntry>> listArchive(const QString& archiver, const QString& path);
+
+/// What the entries `names` of the package hold, in the package's order; none where the archiver
+/// fails or where that is more than `limit` bytes.
+std::optional<QByteArray> readFromArchive(const QString& archiver, const QString& path,
+                                          const QStringList& names, qint64 limit);
+
+/// True when nothing of the package can come to lie, or lead, outside the folder that it is
+/// unpacked into. `targets` are those of the links among the entries, in their order.
+bool staysInside(const QList<ArchiveEntry>& entries, const QStringList& targets);

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+struct FolderContents {
+    int entries = 0; ///< files and folders, the outermost included
+    qint64 bytes = 0;
+};
+
+/// What lies in the folder at `path` (of the machine), at any depth; nothing where there is none.
+FolderContents contentsOf(const QString& path);

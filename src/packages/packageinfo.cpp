@@ -1,0 +1,130 @@
+#include "packageinfo.h"
+
+#include "Bytes.h"
+#include "PhoneRoot.h"
+#include "Waiting.h"
+#include "archive.h"
+#include "descriptor.h"
+#include "foldersize.h"
+#include "settings.h"
+#include "storage.h"
+
+#include <algorithm>
+
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr qint64 largestDescriptor = 1024 * 1024;
+constexpr qint64 largestIcon = 4 * 1024 * 1024;
+constexpr qsizetype mostLinks = 500;
+constexpr qint64 longestTarget = 4096;
+
+/// The targets of the links, in their order; none where they cannot be read.
+std::optional<QStringList> linkTargets(const QString& archiver, const QString& path,
+                                       const QList<ArchiveEntry>& entries) {
+    QStringList names;
+    QList<qint64> sizes;
+    for (const ArchiveEntry& entry : entries) {
+        if (!entry.isLink)
+            continue;
+        if (names.size() == mostLinks || entry.size > longestTarget)
+            return std::nullopt;
+        names.append(entry.name);
+        sizes.append(entry.size);
+    }
+    QStringList targets;
+    if (names.isEmpty())
+        return targets;
+    const std::optional<QByteArray> all =
+        readFromArchive(archiver, path, names, mostLinks * longestTarget);
+    qint64 start = 0;
+    for (const qint64 size : sizes) {
+        targets.append(all ? fromBytes(all->mid(start, size)) : QString());
+        start += size;
+    }
+    return all && all->size() == start ? std::optional(targets) : std::nullopt;
+}
+
+/// The folder that all entries lie in; empty where there is none.
+QString commonFolder(const QList<ArchiveEntry>& entries) {
+    QString folder;
+    for (const ArchiveEntry& entry : entries) {
+        const qsizetype end = entry.name.indexOf('/');
+        const QString outermost = entry.name.left(end);
+        if ((end < 0 && !entry.isFolder) || (!folder.isEmpty() && outermost != folder))
+            return QString();
+        folder = outermost;
+    }
+    return folder;
+}
+
+bool holdsFile(const QList<ArchiveEntry>& entries, const QString& name, qint64 largest) {
+    return std::any_of(entries.begin(), entries.end(), [&](const ArchiveEntry& entry) {
+        return entry.name == name && !entry.isFolder && !entry.isLink && entry.size <= largest;
+    });
+}
+
+} // namespace
+
+std::optional<PackageInfo> readPackage(const QString& archiver, const QString& path) {
+    const std::optional<QList<ArchiveEntry>> entries = listArchive(archiver, path);
+    if (!entries)
+        return std::nullopt;
+    PackageInfo info;
+    const std::optional<QStringList> targets = linkTargets(archiver, path, *entries);
+    info.isSafe = targets && staysInside(*entries, *targets);
+    for (const ArchiveEntry& entry : *entries) {
+        info.bytes += entry.size;
+        info.files += entry.isFolder ? 0 : 1;
+    }
+    info.folder = commonFolder(*entries);
+    const QString descriptor = info.folder + '/' + info.folder + ".cfg";
+    if (!info.isSafe || !holdsFile(*entries, descriptor, largestDescriptor))
+        return info;
+    if (const auto text = readFromArchive(archiver, path, {descriptor}, largestDescriptor))
+        info.app = parseDescriptor(*text);
+    return info;
+}
+
+std::optional<PackageInfo> packageInfo(const QString& path) {
+    std::optional<PackageInfo> info;
+    runBeside([&info, &path, archiver = ArchiverPath] {
+        info = readPackage(archiver, path);
+        if (info && info->app && !info->app->icon.isEmpty())
+            info->icon =
+                readFromArchive(archiver, path, {info->folder + '/' + info->app->icon}, largestIcon)
+                    .value_or(QByteArray());
+        return 0;
+    });
+    return info;
+}
+
+std::optional<QString> installedVersion(const QString& folder) {
+    for (const int location : {phoneMemory, memoryCard}) {
+        const QString descriptor =
+            hostPath(QString("%1/%2/%2.cfg").arg(appsFolder(location), folder));
+        if (access(toBytes(descriptor).constData(), R_OK) != 0)
+            continue;
+        if (const std::optional<QByteArray> text = readWholeFile(descriptor))
+            return parseDescriptor(*text)->version;
+    }
+    return std::nullopt;
+}
+
+qint64 bytesNeeded(const PackageInfo& info, const QString& target) {
+    // A file takes whole blocks.
+    constexpr qint64 blockSize = 4096;
+    const qint64 wanted = info.bytes + info.files * blockSize;
+    if (info.folder.isEmpty())
+        return wanted;
+    return qMax<qint64>(0, wanted - contentsOf(hostPath(target + '/' + info.folder)).bytes);
+}
+
+std::optional<qint64> freeBytes(const QString& path) {
+    struct statvfs info = {};
+    if (statvfs(toBytes(hostPath(path)).constData(), &info) != 0)
+        return std::nullopt;
+    return qint64(info.f_bavail) * qint64(info.f_frsize);
+}

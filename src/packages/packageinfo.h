@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+struct ZPK_App;
+
+/// What a package says of itself before it is unpacked.
+struct PackageInfo {
+    bool isSafe = false; ///< nothing of it can come to lie, or lead, outside its folder
+    qint64 bytes = 0;    ///< unpacked
+    int files = 0;
+    QString folder; ///< the one folder that it holds; empty where it holds others
+    std::shared_ptr<const ZPK_App> app; ///< null where no descriptor is where it belongs
+    QByteArray icon;                    ///< the icon's file; empty where it was not read
+};
+
+/// Reads the package at `path` (of the machine) with `archiver`, without unpacking anything; none
+/// where the archiver cannot tell. It blocks, and may run on any thread.
+std::optional<PackageInfo> readPackage(const QString& archiver, const QString& path);
+
+/// As `readPackage` with the program's archiver, beside the event loop, and with the icon.
+std::optional<PackageInfo> packageInfo(const QString& path);
+
+/// The version of the installed application of that folder name; none where there is none.
+std::optional<QString> installedVersion(const QString& folder);
+
+/// Bytes that the package needs in the folder `target` (of the phone): files there that it replaces
+/// make room first.
+qint64 bytesNeeded(const PackageInfo& info, const QString& target);
+
+/// Bytes that are free for a user where the folder `path` (of the phone) lies; none where it cannot
+/// be told.
+std::optional<qint64> freeBytes(const QString& path);
