@@ -65,8 +65,12 @@ QList<ZListItem> ZListBoxItem::subItems(int index) const {
 void ZListBoxItem::linesChanged() {
     QStringList texts;
     for (const Column& column : std::as_const(m_columns)) {
-        for (const ZListItem& line : column.lines)
+        for (const ZListItem& line : column.lines) {
             texts.append(line.text.isEmpty() ? line.secondText : line.text);
+            if (!line.badge.isEmpty())
+                texts.append(line.badge);
+        }
     }
     setText(texts.join(", "));
+    emitDataChanged();
 }

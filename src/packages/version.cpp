@@ -17,7 +17,7 @@ Version split(const QString& text) {
     version.epoch = rest.left(qMax<qsizetype>(colon, 0));
     rest = rest.mid(colon + 1);
     const qsizetype dash = rest.lastIndexOf('-');
-    version.upstream = rest.left(dash);
+    version.upstream = dash < 0 ? rest : rest.left(dash);
     version.revision = dash < 0 ? QByteArray() : rest.mid(dash + 1);
     return version;
 }

@@ -152,6 +152,7 @@ ZOptionsMenu* zBaseGUI::getCurrentMenu() {
 
 void zBaseGUI::tabSelected(const QString&) {
     getSoftKey()->setOptMenu(getCurrentMenu());
+    markPackagesAgain();
 }
 
 void zBaseGUI::mainOptM_MultiSelect() {

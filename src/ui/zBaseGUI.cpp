@@ -45,6 +45,8 @@ zBaseGUI::zBaseGUI() : ZKbMainWidget(nullptr, nullptr, 0) {
     connect(m_appList, &ZListBox::selected, this, &zBaseGUI::app_selected);
     connect(m_packageList, &ZListBox::highlighted, this, &zBaseGUI::zpk_highlighted);
     connect(m_packageList, &ZListBox::selected, this, &zBaseGUI::zpk_selected);
+    connect(m_packageList->verticalScrollBar(), &QScrollBar::valueChanged, this,
+            &zBaseGUI::markNextPackage);
     connect(m_appList, &ZListBox::checksChanged, this, &zBaseGUI::showCheckedCount);
     setSoftKey(getSoftKey());
     setFocusProxy(m_appList);

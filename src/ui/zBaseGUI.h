@@ -4,6 +4,8 @@
 #include "ZKbMainWidget.h"
 #include "storage.h"
 
+#include <QSet>
+
 #include <memory>
 
 class ZListBox;
@@ -12,6 +14,7 @@ class ZOptionsMenu;
 class ZPopup;
 class ZSoftKey;
 struct FolderEntry;
+struct PackageInfo;
 struct ZPK_App;
 
 /// The main window: the list of applications and the package browser, with their options menus.
@@ -119,6 +122,10 @@ private:
     QString browserFolder() const;
     void appendEntry(const FolderEntry& entry);
     void confirmInstall();
+    void markNextPackage();
+    void markPackagesAgain();
+    void readPackageMark(const QString& name);
+    void showPackageMark(const QString& name, const PackageInfo& info);
 
     RES_ICON_Reader m_icons;
     ZNavTabWidget* m_tabs = nullptr;
@@ -132,5 +139,7 @@ private:
     ZListBox* m_packageList = nullptr;
     std::unique_ptr<ZPopup> m_pleaseWait;
     bool m_multiSelect = false;
+    QSet<QString> m_markedPackages; ///< of the browser's folder, those looked at already
+    bool m_isReadingPackage = false;
     QString m_confirmedPackage; ///< what is to be installed next; empty where nothing is
 };

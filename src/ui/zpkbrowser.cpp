@@ -59,6 +59,7 @@ void zBaseGUI::loadFolder(const QString& path) {
     setBusy(false);
     setMainWidgetTitle("Quiver");
     m_packageList->setCurrentItem(parentRow);
+    markPackagesAgain();
 }
 
 QString zBaseGUI::browserFolder() const {
@@ -123,6 +124,7 @@ void zBaseGUI::cmd_InstallZPK() {
     if (installZpk(hostPath(package), *m_pleaseWait, m_multiSelect))
         refreshList(true);
     m_confirmedPackage.clear();
+    markPackagesAgain();
 }
 
 void zBaseGUI::zpkOptM_Install() {
