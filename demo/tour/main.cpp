@@ -2,7 +2,7 @@
 // at every step: tour demo|bare LANGUAGE FOLDER. scripts/tour prepares what it needs.
 #include "Bytes.h"
 #include "PhoneRoot.h"
-#include "tour_walk.h"
+#include "walk.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "tour_walk.h"
+#include "walk.h"
 
 #include "Bytes.h"
 #include "ChoiceRow.h"
