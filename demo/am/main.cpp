@@ -6,22 +6,16 @@
 #include "ZScreen.h"
 #include "homescreen.h"
 
-#include <QScreen>
-
 #include <cstdio>
 
 namespace {
 
-/// At the right edge of the desktop and without the keyboard: the home screen starts again while
-/// another program asks or tells something, which has to stay in sight and in use.
-void presentAside(QWidget* widget) {
-    constexpr int margin = 16; // for the frame of a window manager
+/// Without the keyboard: the home screen starts again while another program still says something,
+/// which is to be answered.
+void presentQuietly(QWidget* widget) {
     ZScreen& screen = ZScreen::instance();
     screen.setMainWidget(widget);
     widget->setFocus();
-    const QRect desktop = screen.screen()->availableGeometry();
-    const int left = desktop.x() + desktop.width() - screen.width() - margin;
-    screen.move(qMax(desktop.x(), left), desktop.y());
     screen.setAttribute(Qt::WA_ShowWithoutActivating);
     screen.show();
 }
@@ -39,6 +33,6 @@ int main(int argc, char** argv) {
         fputs("am: there is no display for the home screen\n", stderr);
         return 1;
     }
-    presentAside(new HomeScreen);
+    presentQuietly(new HomeScreen);
     return application.exec();
 }
