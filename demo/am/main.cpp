@@ -3,9 +3,24 @@
 #include "Bytes.h"
 #include "PhoneRoot.h"
 #include "ZApplication.h"
+#include "ZScreen.h"
 #include "homescreen.h"
 
 #include <cstdio>
+
+namespace {
+
+/// Without the keyboard: the home screen starts again while another program still says something,
+/// which is to be answered.
+void presentQuietly(QWidget* widget) {
+    ZScreen& screen = ZScreen::instance();
+    screen.setMainWidget(widget);
+    widget->setFocus();
+    screen.setAttribute(Qt::WA_ShowWithoutActivating);
+    screen.show();
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     QString error;
@@ -18,6 +33,6 @@ int main(int argc, char** argv) {
         fputs("am: there is no display for the home screen\n", stderr);
         return 1;
     }
-    application.setMainWidget(new HomeScreen);
+    presentQuietly(new HomeScreen);
     return application.exec();
 }

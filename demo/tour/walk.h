@@ -1,27 +1,11 @@
 #pragma once
 
+#include "screen.h"
+
 #include <QList>
-#include <QString>
-#include <QStringList>
 
 #include <functional>
 #include <variant>
-
-/// What there is to read on the screen: an open dialog, else an open menu, else the list in front.
-/// A line begins with marks where it is more than text: ">" highlighted, "-" disabled, "[x]" and
-/// "[ ]" a tick box, "(o)" and "( )" the answers of which one is chosen. The texts of a row are
-/// joined by " / "; "*" at its end is the star.
-struct Screen {
-    QString title; ///< the dialog's; else the window's, with the label of the tab in front
-    QStringList lines;
-    QString left; ///< the soft keys
-    QString right;
-
-    bool operator==(const Screen&) const = default;
-    QString text() const;
-};
-
-Screen readScreen();
 
 /// Says what is wrong, nothing where all is well. It is asked again until it is content or the
 /// walk's patience ends.
@@ -47,9 +31,9 @@ struct Row {
     QString name;
 };
 
-/// A key that the user presses, a row that he goes to, or something that happens to the phone
-/// meanwhile.
-using Act = std::variant<Qt::Key, Row, std::function<void()>>;
+/// A key of the phone that the user presses, a letter that he types, a row that he goes to, or
+/// something that happens to the phone meanwhile.
+using Act = std::variant<Qt::Key, char, Row, std::function<void()>>;
 
 /// What is done, and what there is to see afterwards. The acts of one step must not wait for each
 /// other: where a dialog or a list takes its time to come, the next step begins.
@@ -59,13 +43,6 @@ struct Step {
     QList<Act> acts;
     QList<Check> checks;
 };
-
-/// Opens the language file of the walk, which the program should choose by itself. False when
-/// there is none.
-bool useLanguage(const QString& programFolder, const QString& code);
-
-/// The text of `key` in that file.
-QString word(const char* key);
 
 /// Starts the program on the phone that QUIVER_ROOT names and goes through the steps in its window,
 /// each with a picture in the folder `pictures`. The exit status: 0 when every step has shown what
