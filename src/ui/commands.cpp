@@ -115,9 +115,10 @@ void zBaseGUI::mainSubOptM_SaveAs_FM() {
 }
 
 void zBaseGUI::OptM_About() {
-    const QString text = QString("Quiver v1.2 (%1)\n\nApplications and packages for phones.\n"
-                                 "By the Quiver developers, under the MIT licence.")
-                             .arg(__DATE__);
+    const QString text =
+        QString("Quiver v" QUIVER_VERSION " (%1)\n\nApplications and packages for phones.\n"
+                "By the Quiver developers, under the MIT licence.")
+            .arg(__DATE__);
     showNotice(::tr("FT_ABOUT"), text, "Mpkgbox_Small.g");
     puts("DEBUG:: About Quiver");
 }
