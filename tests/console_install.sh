@@ -67,7 +67,8 @@ check_places() {
     answers=$' Y \r\n 3 \r\n'
     installs a.ZsK $ext_skins
     has err $'Install skin\nInstall this skin? a.ZsK\n'
-    has err $'1. Phone memory\n2. Memory card\n3. Card, second partition\n1-3: Success\nDone.'
+    grep -qzP '1\. Phone memory, .* free\n2\. Memory card, .* free\n3\. Card, second partition, .* free\n1-3: Success\nDone\.' err ||
+        complain 'the places and their free space'
 }
 
 check_names() {

@@ -62,7 +62,9 @@ make_program() {
     mkdir -p app "${archiver%/*}"
     cp "$quiver" "$build/bin/quiver_en.lng" app
     quiver=$app_path/quiver
-    printf '#!/bin/sh\necho "log: $(readlink /proc/$$/fd/1)"\nexec %s "$@"\n' "$seven_zip" |
+    # With a file "silent" beside it, it is an archiver that cannot list.
+    printf '#!/bin/sh\n[ "$1" != l ] || [ ! -e "%s/silent" ] || exit 7
+echo "log: $(readlink /proc/$$/fd/1)"\nexec %s "$@"\n' "$work" "$seven_zip" |
         install -m 755 /dev/stdin "$archiver"
     mkdir Demo Large
     printf 'Name = Demo\n' >Demo/Demo.cfg
@@ -110,13 +112,19 @@ check_installation() {
     place 1 $apps demo.zpk 0 'Everything is Ok'
     place 2 /mmc/mmca1/quiver demo.zpk 0 'Everything is Ok'
     [[ -x $apps/Demo/Demo.cfg && -x /mmc/mmca1/quiver/Demo/Demo.cfg ]] || complain 'the files'
-    has err $'1. Phone memory\n2. Memory card\n1-2: '
+    has err $' free\n1-2: '
     mount -t tmpfs ext /mmc/mmcb1
     mkdir /mmc/mmcb1/skins
     place 3 /mmc/mmcb1/skins demo.zsk 0 'Everything is Ok'
     [[ -f /mmc/mmcb1/skins/Demo/Demo.cfg ]] || complain 'the skin'
 
+    answers=$'y\n2\n'
+    start 0 "$quiver" x large.zpk
+    has err 'The package needs 2.9 MB, but only'
+    ! grep 'Exec command' out || complain 'a package that does not fit was unpacked'
+    touch silent
     place 2 /mmc/mmca1/quiver large.zpk 2 'No space left on device'
+    rm silent
     [[ -f /mmc/mmca1/quiver/Demo/Demo.cfg ]] || complain 'the application on the full card'
     rm -r /mmc/mmca1/quiver/*
     mount -o remount,bind,ro /mmc/mmca1

@@ -8,9 +8,12 @@
 #include "ZLabel.h"
 #include "ZListBox.h"
 #include "ZOptionsMenu.h"
+#include "ZPK_App.h"
 #include "ZPopup.h"
 #include "ZScreen.h"
+#include "install.h"
 #include "language.h"
+#include "packageinfo.h"
 
 #include <QAbstractScrollArea>
 #include <QAccessible>
@@ -168,10 +171,29 @@ TEST_P(UiLayout, DialogsCanBeRead) {
         };
     };
     press(Key_End);
-    Dialogs dialogs({reading("question", Key_F1), reading("places", Key_F1),
-                     reading("please wait", 0), reading("error", Key_F1)});
-    press(Key_Return);
-    QTest::qWait(40);
+    {
+        Dialogs dialogs({reading("question", Key_F1), reading("places", Key_F1),
+                         reading("please wait", 0), reading("error", Key_F1)});
+        press(Key_Return);
+        QTest::qWait(40);
+    }
+    PackageInfo info;
+    info.isSafe = true;
+    info.bytes = 1'200'000'000'000;
+    info.folder = "Game";
+    {
+        Dialogs dialogs({reading("no application", Key_F2)});
+        askToInstall("T", "T", "a.zpk", info);
+    }
+    auto app = std::make_shared<ZPK_App>();
+    app->name = app->author = QString(127, 'W');
+    addApp(0, "Game", "Ann\nVersion = 2.0");
+    info.app = app;
+    for (const char* version : {"1.0", "2.0", "99"}) {
+        app->version = version;
+        Dialogs dialogs({reading("package", Key_F2)});
+        askToInstall("T", "T", "a.zpk", info);
+    }
 }
 
 TEST_F(Ui, ScreenReadersFindNamesAndRoles) {

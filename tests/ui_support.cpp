@@ -38,7 +38,8 @@ public:
     }
 
     void drawTextItem(const QPointF& at, const QTextItem& item) override {
-        if (item.text().trimmed().isEmpty())
+        constexpr QChar zeroWidthSpace(0x200B);
+        if (item.text().remove(zeroWidthSpace).trimmed().isEmpty())
             return;
         const QRectF ink = QFontMetricsF(item.font()).tightBoundingRect(item.text());
         m_texts.append({item.text(), m_transform.mapRect(ink.translated(at))});

@@ -61,21 +61,7 @@ void ChoiceRow::paintEvent(QPaintEvent*) {
                            tinted(m_icon, quiet));
         text.setLeft(text.left() + icon + padding);
     }
-    painter.setPen(ink);
-    if (m_secondText.isEmpty()) {
-        painter.setFont(
-            fittedFont(this->text(), text.size(), Measure::dialogFont, QFont::DemiBold));
-        painter.drawText(text, int(Qt::AlignVCenter | Qt::AlignLeft) | Qt::TextWordWrap,
-                         this->text());
-    } else {
-        const QRect upper(text.left(), text.top() + Measure::grid, text.width(),
-                          text.height() / 2 - Measure::grid + 1);
-        paintFitted(painter, upper, Qt::AlignLeft | Qt::AlignVCenter, this->text(),
-                    Measure::dialogFont, QFont::DemiBold);
-        painter.setPen(chosen ? colours().focusSecondaryText : colours().secondaryText);
-        paintFitted(painter, upper.translated(0, upper.height()), Qt::AlignLeft | Qt::AlignVCenter,
-                    m_secondText, Measure::secondFont, QFont::Normal);
-    }
+    paintTexts(painter, text, ink);
 
     const QPointF centre(width() - padding - mark / 2.0, height() / 2.0);
     painter.setPen(QPen(quiet, 2));
@@ -86,4 +72,23 @@ void ChoiceRow::paintEvent(QPaintEvent*) {
         painter.setBrush(ink);
         painter.drawEllipse(centre, mark / 4.0, mark / 4.0);
     }
+}
+
+/// Where the text does not fit on a line, both wrap together.
+void ChoiceRow::paintTexts(QPainter& painter, const QRect& place, const QColor& ink) const {
+    painter.setPen(ink);
+    const QFont font = lookFont(Measure::dialogFont, QFont::DemiBold);
+    if (m_secondText.isEmpty() || QFontMetrics(font).horizontalAdvance(text()) > place.width()) {
+        const QString both = m_secondText.isEmpty() ? text() : text() + '\n' + m_secondText;
+        painter.setFont(fittedFont(both, place.size(), Measure::dialogFont, QFont::DemiBold));
+        painter.drawText(place, int(Qt::AlignVCenter | Qt::AlignLeft) | Qt::TextWordWrap, both);
+        return;
+    }
+    const QRect upper(place.left(), place.top() + Measure::grid, place.width(),
+                      place.height() / 2 - Measure::grid + 1);
+    painter.setFont(font);
+    painter.drawText(upper, Qt::AlignLeft | Qt::AlignVCenter, text());
+    painter.setPen(isChecked() ? colours().focusSecondaryText : colours().secondaryText);
+    paintFitted(painter, upper.translated(0, upper.height()), Qt::AlignLeft | Qt::AlignVCenter,
+                m_secondText, Measure::secondFont, QFont::Normal);
 }

@@ -31,6 +31,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void paintTexts(QPainter& painter, const QRect& place, const QColor& ink) const;
+
     QPixmap m_icon;
     QString m_secondText;
     bool m_wasChosen = false;
