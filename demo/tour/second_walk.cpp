@@ -59,9 +59,10 @@ QList<Step> aPackage() {
          {Row{"Lamp"}, left, Qt::Key_6},
          {shows(saveMenu())}},
         {"saved", "takes the memory card", {Qt::Key_1}, {shows(success()), isFile(package)}},
+        {"saved-end", "acknowledges", {left}, {shows(appList(renamed, 3))}},
         {"package-there",
-         "acknowledges and looks into the package folder",
-         {left, Qt::Key_Right, Row{"zpk_files"}, enter},
+         "looks into the package folder",
+         {Qt::Key_Right, Row{"zpk_files"}, enter},
          {[] { return shows(browser(Path::cardPackages, {}, {"Torch.zpk"}))(); }}},
     };
 }

@@ -188,12 +188,13 @@ Check tells(const QString& title, const QString& text) {
     };
 }
 
-Check inSight(int row) {
-    return [row] {
+Check badges(const QStringList& words) {
+    return [words] {
         const ZListBox& list = listInFront();
-        const QRect place = list.visualRect(list.model()->index(row, 0));
-        const bool whole = place.isValid() && list.viewport()->rect().contains(place);
-        return whole ? QString() : QString("row %1 is out of sight").arg(row);
+        QStringList seen;
+        for (int row = 0; row < list.count(); ++row)
+            seen += list.item(row)->subItems(list.textColumn()).first().badge;
+        return seen == words ? QString() : "badges: " + seen.join("; ");
     };
 }
 

@@ -17,8 +17,8 @@ Check shows(const Screen& screen);
 /// A dialog of this title is open, and `text` stands somewhere in it.
 Check tells(const QString& title, const QString& text);
 
-/// The whole row is in sight.
-Check inSight(int row);
+/// The badges of the rows of the list in front, one for each; empty where a row has none.
+Check badges(const QStringList& words);
 
 /// There is a badge in the title bar, or none.
 Check badge(bool wanted);

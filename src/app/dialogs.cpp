@@ -63,10 +63,10 @@ QWidget* makeCard(const Details& details) {
         rows->addWidget(new ZSeparator(card), 1, 0, 1, 2);
     for (const auto& [name, value] : details.facts) {
         const int row = rows->rowCount();
-        auto* right = makeLabel(value, 0, card);
+        rows->addWidget(makeLabel(name, 0, card), row, 0);
+        ZLabel* right = makeLabel(value, 0, card);
         right->setAlignment(Qt::AlignRight);
         right->setForegroundRole(QPalette::Text);
-        rows->addWidget(makeLabel(name, 0, card), row, 0);
         rows->addWidget(right, row, 1);
     }
     return card;
