@@ -88,7 +88,7 @@ QList<Step> aDeletion() {
          {shows(question("POP_CONFIRM_DELETE_TEXT", "City Map")),
           isFolderOf(cardApps, {"CityMap", "Zametki"})}},
         {"deleted", "says yes", {left}, {shows(success()), isFolderOf(cardApps, {"Zametki"})}},
-        {"without-map", "acknowledges", {left}, {shows(appList(withoutMap, 1))}},
+        {"without-map", "acknowledges", {left}, {shows(appList(withoutMap, 2))}},
     };
 }
 

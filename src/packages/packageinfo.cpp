@@ -11,6 +11,7 @@
 
 #include <algorithm>
 
+#include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
 
@@ -66,6 +67,19 @@ bool holdsFile(const QList<ArchiveEntry>& entries, const QString& name, qint64 l
     });
 }
 
+/// Changes whenever the file does; empty where there is none.
+QByteArray fileState(const QString& path) {
+    struct stat info = {};
+    if (stat(toBytes(path).constData(), &info) != 0)
+        return QByteArray();
+    QByteArray state = toBytes(path);
+    for (const qint64 part : {qint64(info.st_dev), qint64(info.st_ino), qint64(info.st_size),
+                              qint64(info.st_mtim.tv_sec), qint64(info.st_mtim.tv_nsec),
+                              qint64(info.st_ctim.tv_sec), qint64(info.st_ctim.tv_nsec)})
+        state += ' ' + QByteArray::number(part);
+    return state;
+}
+
 } // namespace
 
 std::optional<PackageInfo> readPackage(const QString& archiver, const QString& path) {
@@ -89,8 +103,13 @@ std::optional<PackageInfo> readPackage(const QString& archiver, const QString& p
 }
 
 std::optional<PackageInfo> packageInfo(const QString& path) {
-    std::optional<PackageInfo> info;
-    runBeside([&info, &path, archiver = ArchiverPath] {
+    static QByteArray lastState;
+    static std::optional<PackageInfo> info;
+    const QByteArray state = fileState(path);
+    if (!state.isEmpty() && state == lastState)
+        return info;
+    lastState = state;
+    runBeside([&path, archiver = ArchiverPath] {
         info = readPackage(archiver, path);
         if (info && info->app && !info->app->icon.isEmpty())
             info->icon =

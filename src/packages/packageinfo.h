@@ -22,7 +22,8 @@ struct PackageInfo {
 /// where the archiver cannot tell. It blocks, and may run on any thread.
 std::optional<PackageInfo> readPackage(const QString& archiver, const QString& path);
 
-/// As `readPackage` with the program's archiver, beside the event loop, and with the icon.
+/// As `readPackage` with the program's archiver, beside the event loop, and with the icon. The
+/// answer for the last file is kept while that does not change.
 std::optional<PackageInfo> packageInfo(const QString& path);
 
 /// The version of the installed application of that folder name; none where there is none.

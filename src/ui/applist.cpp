@@ -127,6 +127,7 @@ void zBaseGUI::updateRow(int row, const ZPK_App& app) {
 
 void zBaseGUI::removeRow(int row) {
     m_appList->removeItem(row);
+    m_appList->setCurrentItem(qMin(row, m_appList->count() - 1));
     enableMainMenu();
     showEmptyNotice();
 }
