@@ -6,6 +6,7 @@ add_executable(unit_tests
     dialogs_test.cpp
     discovery_test.cpp
     language_test.cpp
+    packages_test.cpp
     phoneroot_test.cpp
     registry_test.cpp
     shell_test.cpp
