@@ -115,11 +115,8 @@ void zBaseGUI::mainSubOptM_SaveAs_FM() {
 }
 
 void zBaseGUI::OptM_About() {
-    const QString text =
-        QString("Quiver v" QUIVER_VERSION " (%1)\n\nApplications and packages for phones.\n"
-                "By the Quiver developers, under the MIT licence.")
-            .arg(__DATE__);
-    showNotice(::tr("FT_ABOUT"), text, "Mpkgbox_Small.g");
+    const QString version = QString("Quiver v" QUIVER_VERSION " (%1)\n\n").arg(__DATE__);
+    showNotice(::tr("FT_ABOUT"), version + ::tr("TXT_ABOUT"), "Mpkgbox_Small.g");
     puts("DEBUG:: About Quiver");
 }
 
