@@ -358,11 +358,13 @@ TEST_F(UiBrowser, PackagesAreInstalledByKeys) {
         QByteArray output;
         {
             Dialogs dialogs(steps);
-            output = outputOf([] { press(Key_Return); });
-            outputOf([] { settle(); });
+            output = outputOf([] {
+                press(Key_Return);
+                settle();
+            });
         }
         const bool confirmed = entry.answers.size() > 1;
-        EXPECT_EQ(output, (confirmed ? "DEBUG:: Install ZPK\n" : "") + chosen(row));
+        EXPECT_TRUE(output.startsWith((confirmed ? "DEBUG:: Install ZPK\n" : "") + chosen(row)));
         QStringList titles;
         for (int i = 0; i < shown.size(); i += 2)
             titles.append(shown.at(i));

@@ -125,7 +125,8 @@ void Ui::open(const QByteArray& language) {
     AppName = "quiver";
     ArchiverPath = SEVEN_ZIP;
     prepareStorage();
-    openAppDb();
+    if (!AppDb)
+        openAppDb();
     ASSERT_TRUE(selectLanguageFile(QUIVER_SOURCE_DIR "/languages"));
     window = std::make_unique<zBaseGUI>();
     static_cast<ZApplication*>(qApp)->setMainWidget(window.get());
