@@ -11,6 +11,7 @@
 
 #include <algorithm>
 
+#include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
 
@@ -81,6 +82,7 @@ std::optional<PackageInfo> readPackage(const QString& archiver, const QString& p
         info.files += entry.isFolder ? 0 : 1;
     }
     info.folder = commonFolder(entries);
+    info.folders = foldersOf(entries);
     const QString descriptor = info.folder + '/' + info.folder + ".cfg";
     if (!info.isSafe || !holdsFile(entries, descriptor, largestDescriptor))
         return info;
@@ -121,6 +123,14 @@ qint64 bytesNeeded(const PackageInfo& info, const QString& target) {
     if (info.folder.isEmpty())
         return wanted;
     return qMax<qint64>(0, wanted - contentsOf(hostPath(target + '/' + info.folder)).bytes);
+}
+
+bool staysInside(const PackageInfo& info, const QString& target) {
+    return std::none_of(info.folders.begin(), info.folders.end(), [&](const QString& folder) {
+        struct stat found = {};
+        return lstat(toBytes(hostPath(target + '/' + folder)).constData(), &found) == 0 &&
+               S_ISLNK(found.st_mode);
+    });
 }
 
 std::optional<qint64> freeBytes(const QString& path) {
