@@ -19,10 +19,16 @@ add_test(NAME ops_storage COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/ops_storage.sh
                                   $<TARGET_FILE:ops_tests>)
 set_tests_properties(ops_storage PROPERTIES TIMEOUT 600 SKIP_RETURN_CODE 77)
 
+add_executable(ops_driver ops_agreement.cpp ops_driver.cpp)
+target_link_libraries(ops_driver PRIVATE quiver_core)
+foreach(name IN ITEMS bad_packages hostile_names)
+    add_test(NAME ${name} COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/${name}.sh
+                                  ${CMAKE_BINARY_DIR} ${SEVEN_ZIP} $<TARGET_FILE:ops_driver>)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 900)
+endforeach()
+
 # A sanitizer's own memory maps and threads make the sweep slow, and it would find nothing more.
 if(NOT QUIVER_SANITIZE)
-    add_executable(ops_driver ops_agreement.cpp ops_driver.cpp)
-    target_link_libraries(ops_driver PRIVATE quiver_core)
     add_test(NAME ops_killed COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/ops_killed.sh
                                      $<TARGET_FILE:ops_driver>)
     set_tests_properties(ops_killed PROPERTIES TIMEOUT 3000 SKIP_RETURN_CODE 77)

@@ -26,12 +26,17 @@ QString menuItems() {
     return ZConfig(hostPath(Path::userMenuTree), true).readEntry(MenuUuid, "Items", QString());
 }
 
+/// A value of the menu files is one line.
+QString onOneLine(QString text) {
+    return text.replace('\n', ' ').replace('\r', ' ');
+}
+
 bool isInMenuFiles(const ZPK_App& app) {
     const QString group = plainUuid(*app.uuid);
     const ZConfig installed(hostPath(Path::installedDb), true);
-    return installed.readEntry(group, "Directory", QString()) == app.path &&
-           installed.readEntry(group, "Name", QString()) == app.name.trimmed() &&
-           installed.readEntry(group, "Icon", QString()).startsWith(app.path + '/') &&
+    return installed.readEntry(group, "Directory", QString()) == onOneLine(app.path).trimmed() &&
+           installed.readEntry(group, "Name", QString()) == onOneLine(app.name).trimmed() &&
+           installed.readEntry(group, "Icon", QString()).startsWith(onOneLine(app.path) + '/') &&
            menuItems().count(group + ';') == 1;
 }
 

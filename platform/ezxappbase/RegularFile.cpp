@@ -24,6 +24,13 @@ QByteArray linkTarget(const QByteArray& path) {
     return realpath(path.constData(), buffer) ? QByteArray(buffer) : path;
 }
 
+/// A pattern for the name of a file beside `path`. It is not longer than a name may be, even where
+/// that of `path` is nearly so.
+QByteArray temporaryBeside(const QByteArray& path) {
+    constexpr qsizetype longestStem = 200;
+    return path.left(path.lastIndexOf('/') + 1 + longestStem) + ".XXXXXX";
+}
+
 bool writeAll(int descriptor, const QByteArray& content) {
     QFile file;
     return file.open(descriptor, QIODevice::WriteOnly) && file.write(content) == content.size() &&
@@ -66,7 +73,7 @@ bool replaceFile(const QString& path, const QByteArray& content) {
     if (!isNew && (!S_ISREG(before.st_mode) ||
                    faccessat(AT_FDCWD, target.constData(), W_OK, AT_EACCESS) != 0))
         return false;
-    QByteArray temporary = target + ".XXXXXX";
+    QByteArray temporary = temporaryBeside(target);
     const int descriptor = mkostemp(temporary.data(), O_CLOEXEC);
     if (descriptor < 0)
         return false;

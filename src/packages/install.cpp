@@ -103,8 +103,9 @@ Details detailsOf(const QString& path, const PackageInfo& info) {
     return details;
 }
 
-bool isRefused(const std::optional<PackageInfo>& info) {
-    if (!info || info->isSafe)
+/// Also says so. Without a folder of the phone, what lies there already is not looked at.
+bool isRefused(const std::optional<PackageInfo>& info, const QString& folder = QString()) {
+    if (!info || (info->isSafe && (folder.isEmpty() || staysInside(*info, folder))))
         return false;
     showError(tr("POP_ERROR_UNSAFE_TEXT"));
     return true;
@@ -114,8 +115,8 @@ bool confirm(const char* titleKey, const char* textKey, const QString& path) {
     return askToInstall(tr(titleKey), tr(textKey) + ' ' + fileName(path), path, packageInfo(path));
 }
 
-/// The folder that the user wants the package in; none where he wants none, or where it does not
-/// fit.
+/// The folder that the user wants the package in; none where he wants none, where it does not fit
+/// or where it is refused.
 std::optional<QString> askPlace(const char* titleKey, const char* textKey,
                                 const QList<Place>& places,
                                 const std::optional<PackageInfo>& info) {
@@ -132,6 +133,8 @@ std::optional<QString> askPlace(const char* titleKey, const char* textKey,
         return std::nullopt;
     // Without a known place the archiver unpacks into the working directory.
     const QString folder = places.value(*chosen, Place()).folder;
+    if (isRefused(info, folder))
+        return std::nullopt;
     if (fits(info, folder))
         return folder;
     showError(tr("POP_ERROR_SPACE_TEXT")

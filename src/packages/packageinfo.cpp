@@ -83,19 +83,21 @@ QByteArray fileState(const QString& path) {
 } // namespace
 
 std::optional<PackageInfo> readPackage(const QString& archiver, const QString& path) {
-    const std::optional<QList<ArchiveEntry>> entries = listArchive(archiver, path);
-    if (!entries)
+    const std::optional<ArchiveListing> listing = listArchive(archiver, path);
+    if (!listing)
         return std::nullopt;
+    const QList<ArchiveEntry>& entries = listing->entries;
     PackageInfo info;
-    const std::optional<QStringList> targets = linkTargets(archiver, path, *entries);
-    info.isSafe = targets && staysInside(*entries, *targets);
-    for (const ArchiveEntry& entry : *entries) {
+    const std::optional<QStringList> targets = linkTargets(archiver, path, entries);
+    info.isSafe = listing->isWhole && targets && staysInside(entries, *targets);
+    for (const ArchiveEntry& entry : entries) {
         info.bytes += entry.size;
         info.files += entry.isFolder ? 0 : 1;
     }
-    info.folder = commonFolder(*entries);
+    info.folder = commonFolder(entries);
+    info.folders = foldersOf(entries);
     const QString descriptor = info.folder + '/' + info.folder + ".cfg";
-    if (!info.isSafe || !holdsFile(*entries, descriptor, largestDescriptor))
+    if (!info.isSafe || !holdsFile(entries, descriptor, largestDescriptor))
         return info;
     if (const auto text = readFromArchive(archiver, path, {descriptor}, largestDescriptor))
         info.app = parseDescriptor(*text);
@@ -139,6 +141,14 @@ qint64 bytesNeeded(const PackageInfo& info, const QString& target) {
     if (info.folder.isEmpty())
         return wanted;
     return qMax<qint64>(0, wanted - contentsOf(hostPath(target + '/' + info.folder)).bytes);
+}
+
+bool staysInside(const PackageInfo& info, const QString& target) {
+    return std::none_of(info.folders.begin(), info.folders.end(), [&](const QString& folder) {
+        struct stat found = {};
+        return lstat(toBytes(hostPath(target + '/' + folder)).constData(), &found) == 0 &&
+               S_ISLNK(found.st_mode);
+    });
 }
 
 std::optional<qint64> freeBytes(const QString& path) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QSet>
 #include <QString>
 
 #include <memory>
@@ -13,7 +14,8 @@ struct PackageInfo {
     bool isSafe = false; ///< nothing of it can come to lie, or lead, outside its folder
     qint64 bytes = 0;    ///< unpacked
     int files = 0;
-    QString folder; ///< the one folder that it holds; empty where it holds others
+    QString folder;        ///< the one folder that it holds; empty where it holds others
+    QSet<QString> folders; ///< all that it unpacks something into
     std::shared_ptr<const ZPK_App> app; ///< null where no descriptor is where it belongs
     QByteArray icon;                    ///< the icon's file; empty where it was not read
 };
@@ -32,6 +34,10 @@ std::optional<QString> installedVersion(const QString& folder);
 /// Bytes that the package needs in the folder `target` (of the phone): files there that it replaces
 /// make room first.
 qint64 bytesNeeded(const PackageInfo& info, const QString& target);
+
+/// True when nothing that already lies in the folder `target` (of the phone) leads the package out
+/// of it: where it unpacks into a folder, there may not be a link.
+bool staysInside(const PackageInfo& info, const QString& target);
 
 /// Bytes that are free for a user where the folder `path` (of the phone) lies; none where it cannot
 /// be told.
