@@ -118,12 +118,13 @@ QString IniText::readEntry(const QString& group, const QString& key,
 }
 
 void IniText::writeEntry(const QString& group, const QString& key, const QString& value) {
+    const QByteArray section = onOneLine(group).trimmed();
     const QByteArray name = onOneLine(key);
     const QByteArray text = onOneLine(value);
     const QByteArray content = name + " = " + text;
-    QByteArray* line = findLine(group, fromBytes(name));
+    QByteArray* line = findLine(fromBytes(section), fromBytes(name));
     if (!line) {
-        insertLine(sectionForWriting(onOneLine(group).trimmed()), content);
+        insertLine(sectionForWriting(section), content);
     } else if (valueOf(*line) != text.trimmed()) {
         *line = content + lineEndOf(*line);
         m_changed = true;
