@@ -7,29 +7,29 @@ namespace {
 /// Editors of some desktops put it before the first line.
 const char byteOrderMark[] = "\xEF\xBB\xBF";
 
-bool isComment(const QByteArray& trimmed) {
+bool isComment(QByteArrayView trimmed) {
     return trimmed.startsWith('#') || trimmed.startsWith(';');
 }
 
-bool isHeader(const QByteArray& trimmed) {
+bool isHeader(QByteArrayView trimmed) {
     return trimmed.size() >= 2 && trimmed.startsWith('[') && trimmed.endsWith(']');
 }
 
 /// Place of the "=" in a "key = value" line, -1 in any other line.
-qsizetype equalsSign(const QByteArray& line) {
-    const QByteArray trimmed = line.trimmed();
+qsizetype equalsSign(QByteArrayView line) {
+    const QByteArrayView trimmed = line.trimmed();
     return isComment(trimmed) || isHeader(trimmed) ? -1 : line.indexOf('=');
 }
 
-QByteArray keyOf(const QByteArray& line) {
-    return line.left(qMax<qsizetype>(equalsSign(line), 0)).trimmed();
+QByteArrayView keyOf(QByteArrayView line) {
+    return line.first(qMax<qsizetype>(equalsSign(line), 0)).trimmed();
 }
 
-QByteArray valueOf(const QByteArray& line) {
-    return line.mid(equalsSign(line) + 1).trimmed();
+QByteArrayView valueOf(QByteArrayView line) {
+    return line.sliced(equalsSign(line) + 1).trimmed();
 }
 
-QByteArray lineEndOf(const QByteArray& line) {
+QByteArray lineEndOf(QByteArrayView line) {
     if (line.endsWith("\r\n"))
         return "\r\n";
     return line.endsWith('\n') ? "\n" : "";
@@ -64,11 +64,11 @@ IniText::IniText(const QByteArray& text) {
         const qsizetype newline = text.indexOf('\n', start);
         const qsizetype next = newline < 0 ? text.size() : newline + 1;
         const QByteArray line = text.mid(start, next - start);
-        QByteArray trimmed = line.trimmed();
+        QByteArrayView trimmed = QByteArrayView(line).trimmed();
         if (start == 0 && trimmed.startsWith(byteOrderMark))
-            trimmed = trimmed.mid(qstrlen(byteOrderMark)).trimmed();
+            trimmed = trimmed.sliced(qstrlen(byteOrderMark)).trimmed();
         if (isHeader(trimmed)) {
-            const QByteArray name = trimmed.mid(1, trimmed.size() - 2).trimmed();
+            const QByteArray name = trimmed.sliced(1, trimmed.size() - 2).trimmed().toByteArray();
             m_index[name].append(m_sections.size());
             m_sections.append(Section{name, {}});
         }
@@ -114,7 +114,7 @@ QByteArray* IniText::findLine(const QString& group, const QString& key) {
 QString IniText::readEntry(const QString& group, const QString& key,
                            const QString& fallback) const {
     const QByteArray* line = findLine(group, key);
-    return line ? fromBytes(valueOf(*line)) : fallback;
+    return line ? fromBytes(valueOf(*line).toByteArray()) : fallback;
 }
 
 void IniText::writeEntry(const QString& group, const QString& key, const QString& value) {
