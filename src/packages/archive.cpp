@@ -4,16 +4,22 @@
 
 #include <QElapsedTimer>
 #include <QProcess>
-#include <QSet>
+
+#include <algorithm>
 
 namespace {
 
 constexpr int longestWait = 10'000; // ms; an archiver that cannot tell may wait for ever
 constexpr qint64 longestListing = 32 * 1024 * 1024;
 
-/// What the archiver prints; none where it fails, hangs or prints more than `limit` bytes.
-std::optional<QByteArray> outputOf(const QString& archiver, const QStringList& arguments,
-                                   qint64 limit) {
+struct Output {
+    QByteArray text;
+    bool isWhole;   ///< false where the archiver hung or printed more than was allowed
+    bool isSuccess; ///< it ended by itself, with status 0
+};
+
+/// What the archiver prints, little more than `limit` bytes of it.
+Output outputOf(const QString& archiver, const QStringList& arguments, qint64 limit) {
     QProcess process;
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
@@ -27,24 +33,43 @@ std::optional<QByteArray> outputOf(const QString& archiver, const QStringList& a
             break;
     }
     const int rest = int(qMax<qint64>(0, longestWait - waited.elapsed()));
-    if (output.size() > limit || !process.waitForFinished(rest)) {
-        // It may have ended before it was waited for.
-        if (process.state() != QProcess::NotRunning) {
-            process.kill();
-            process.waitForFinished();
-        }
+    const bool isWhole = output.size() <= limit &&
+                         (process.waitForFinished(rest) || process.state() == QProcess::NotRunning);
+    if (!isWhole) {
+        process.kill();
+        process.waitForFinished();
     }
-    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0 ||
-        process.error() == QProcess::FailedToStart || output.size() > limit)
-        return std::nullopt;
-    return output;
+    output += process.readAll();
+    const bool isSuccess = isWhole && process.error() != QProcess::FailedToStart &&
+                           process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+    return {output, isWhole, isSuccess};
 }
 
-void setAttributes(ArchiveEntry& entry, const QByteArray& attributes) {
-    // "D drwxr-xr-x": those of DOS, and behind them those of a system that has links.
-    const QByteArray mode = attributes.mid(attributes.lastIndexOf(' ') + 1);
-    entry.isFolder = attributes.startsWith('D') || mode.startsWith('d');
-    entry.isLink = mode.size() > 1 && mode.startsWith('l');
+/// `name` without the parts that mean nothing in a path: the archiver leaves them out, too, when it
+/// unpacks.
+QString plainName(const QString& name) {
+    QStringList parts = name.split('/', Qt::SkipEmptyParts);
+    parts.removeAll(".");
+    return (name.startsWith('/') ? "/" : "") + parts.join('/');
+}
+
+/// A line of the listing. Not every kind of archive has every key, and some have two that tell the
+/// same.
+void setProperty(ArchiveEntry& entry, const QByteArray& key, const QByteArray& value) {
+    if (key == "Size") {
+        entry.size = qMax<qint64>(0, value.toLongLong());
+    } else if (key == "Attributes" || key == "Mode") {
+        // "D drwxr-xr-x": those of DOS, and behind them those of a system that has links.
+        const QByteArray mode = value.mid(value.lastIndexOf(' ') + 1);
+        entry.isFolder |= value.startsWith('D') || mode.startsWith('d');
+        entry.isLink |= mode.size() > 1 && mode.startsWith('l');
+    } else if (key == "Folder") {
+        entry.isFolder |= value == "+";
+    } else if (key == "Symbolic Link") {
+        entry.isLink |= !value.isEmpty();
+    } else if (key == "Hard Link") {
+        entry.twin = plainName(fromBytes(value));
+    }
 }
 
 bool leadsUp(const QString& name) {
@@ -74,30 +99,31 @@ bool linkStaysInside(const QString& name, const QString& target) {
 } // namespace
 
 std::optional<QList<ArchiveEntry>> parseListing(const QByteArray& output) {
-    qsizetype start = output.indexOf("\n----------\n");
+    const qsizetype start = output.indexOf("\n----------\n");
     if (start < 0)
         return std::nullopt;
     QList<ArchiveEntry> entries;
     for (const QByteArray& line : output.mid(start + 1).split('\n')) {
         const qsizetype equals = line.indexOf(" = ");
-        const QByteArray key = line.left(equals);
-        const QByteArray value = equals < 0 ? QByteArray() : line.mid(equals + 3);
-        if (key == "Path")
-            entries.append({.name = fromBytes(value)});
-        else if (entries.isEmpty())
+        if (equals < 0)
             continue;
-        else if (key == "Size")
-            entries.last().size = qMax<qint64>(0, value.toLongLong());
-        else if (key == "Attributes")
-            setAttributes(entries.last(), value);
+        const QByteArray key = line.left(equals);
+        const QByteArray value = line.mid(equals + 3);
+        if (key == "Path")
+            entries.emplaceBack().name = plainName(fromBytes(value));
+        else if (!entries.isEmpty())
+            setProperty(entries.last(), key, value);
     }
     return entries;
 }
 
-std::optional<QList<ArchiveEntry>> listArchive(const QString& archiver, const QString& path) {
-    const std::optional<QByteArray> output =
-        outputOf(archiver, {"l", "-slt", "-spd", "--", path}, longestListing);
-    return output ? parseListing(*output) : std::nullopt;
+std::optional<ArchiveListing> listArchive(const QString& archiver, const QString& path) {
+    const Output output = outputOf(archiver, {"l", "-slt", "-spd", "--", path}, longestListing);
+    const std::optional<QList<ArchiveEntry>> entries = parseListing(output.text);
+    // What is listed is what will be unpacked, even if the archiver is not content with the rest.
+    if (!entries || (!output.isSuccess && entries->isEmpty()))
+        return std::nullopt;
+    return ArchiveListing{*entries, output.isWhole};
 }
 
 std::optional<QByteArray> readFromArchive(const QString& archiver, const QString& path,
@@ -105,25 +131,44 @@ std::optional<QByteArray> readFromArchive(const QString& archiver, const QString
     QStringList arguments = {"x", "-so", "-spd"};
     for (const QString& name : names)
         arguments.append("-i!" + name);
-    return outputOf(archiver, arguments + QStringList{"--", path}, limit);
+    const Output output = outputOf(archiver, arguments + QStringList{"--", path}, limit);
+    return output.isSuccess ? std::optional(output.text) : std::nullopt;
+}
+
+QSet<QString> foldersOf(const QList<ArchiveEntry>& entries) {
+    QSet<QString> folders;
+    for (const ArchiveEntry& entry : entries) {
+        for (const QString& folder : foldersAround(entry.name))
+            folders.insert(folder);
+        if (entry.isFolder)
+            folders.insert(entry.name);
+    }
+    return folders;
 }
 
 bool staysInside(const QList<ArchiveEntry>& entries, const QStringList& targets) {
+    // Memory cards do not tell capital letters from small ones.
     QSet<QString> links;
-    for (const ArchiveEntry& entry : entries) {
-        if (entry.isLink && (links.size() >= targets.size() ||
-                             !linkStaysInside(entry.name, targets.at(links.size()))))
-            return false;
-        if (entry.isLink)
-            links.insert(entry.name);
-    }
+    QSet<QString> files;
+    qsizetype read = 0;
     for (const ArchiveEntry& entry : entries) {
         if (entry.name.isEmpty() || leadsUp(entry.name))
             return false;
-        for (const QString& folder : foldersAround(entry.name)) {
-            if (links.contains(folder))
-                return false;
-        }
+        if (entry.isLink &&
+            (read == targets.size() || !linkStaysInside(entry.name, targets.at(read++))))
+            return false;
+        // A link that had another name as well could lie where it leads elsewhere.
+        if (!entry.twin.isEmpty() && !files.contains(entry.twin))
+            return false;
+        if (entry.isLink)
+            links.insert(entry.name.toCaseFolded());
+        else if (!entry.isFolder)
+            files.insert(entry.name);
     }
-    return true;
+    const auto isLink = [&links](const QString& name) {
+        return links.contains(name.toCaseFolded());
+    };
+    const QSet<QString> folders = foldersOf(entries);
+    return std::none_of(folders.begin(), folders.end(), isLink) &&
+           std::none_of(files.begin(), files.end(), isLink);
 }

@@ -69,19 +69,20 @@ bool holdsFile(const QList<ArchiveEntry>& entries, const QString& name, qint64 l
 } // namespace
 
 std::optional<PackageInfo> readPackage(const QString& archiver, const QString& path) {
-    const std::optional<QList<ArchiveEntry>> entries = listArchive(archiver, path);
-    if (!entries)
+    const std::optional<ArchiveListing> listing = listArchive(archiver, path);
+    if (!listing)
         return std::nullopt;
+    const QList<ArchiveEntry>& entries = listing->entries;
     PackageInfo info;
-    const std::optional<QStringList> targets = linkTargets(archiver, path, *entries);
-    info.isSafe = targets && staysInside(*entries, *targets);
-    for (const ArchiveEntry& entry : *entries) {
+    const std::optional<QStringList> targets = linkTargets(archiver, path, entries);
+    info.isSafe = listing->isWhole && targets && staysInside(entries, *targets);
+    for (const ArchiveEntry& entry : entries) {
         info.bytes += entry.size;
         info.files += entry.isFolder ? 0 : 1;
     }
-    info.folder = commonFolder(*entries);
+    info.folder = commonFolder(entries);
     const QString descriptor = info.folder + '/' + info.folder + ".cfg";
-    if (!info.isSafe || !holdsFile(*entries, descriptor, largestDescriptor))
+    if (!info.isSafe || !holdsFile(entries, descriptor, largestDescriptor))
         return info;
     if (const auto text = readFromArchive(archiver, path, {descriptor}, largestDescriptor))
         info.app = parseDescriptor(*text);
