@@ -99,9 +99,10 @@ const QByteArray* IniText::findLine(const QString& group, const QString& key) co
     if (places == m_index.constEnd())
         return nullptr;
     for (const qsizetype place : *places) {
-        for (const QByteArray& line : m_sections.at(place).lines) {
-            if (equalsSign(line) >= 0 && keyOf(line) == wanted)
-                return &line;
+        const QList<QByteArray>& lines = m_sections.at(place).lines;
+        for (qsizetype i = 1; i < lines.size(); ++i) {
+            if (equalsSign(lines.at(i)) >= 0 && keyOf(lines.at(i)) == wanted)
+                return &lines.at(i);
         }
     }
     return nullptr;

@@ -22,7 +22,7 @@ public:
 
     /// Sets `key` in `group` to `value`; line breaks in it become blanks. A key that is there is
     /// changed in its place; a new key goes to the end of its group, a new group to the end of the
-    /// file.
+    /// file. `key` holds no "=" and does not begin as a comment or a header does.
     void writeEntry(const QString& group, const QString& key, const QString& value);
     void writeEntry(const QString& group, const QString& key, const char* value);
     void writeEntry(const QString& group, const QString& key, int value);
