@@ -19,6 +19,10 @@ QByteArray onOneLine(QByteArray text) {
     return text.replace("\r\n", " ").replace('\n', ' ').replace('\r', ' ').trimmed();
 }
 
+bool isHeader(QByteArrayView trimmed) {
+    return trimmed.size() > 1 && trimmed.startsWith('[') && trimmed.endsWith(']');
+}
+
 /// The first value of every key in every group of `text`, read in the plainest way.
 Entries entriesOf(QByteArrayView text) {
     Entries entries;
@@ -30,7 +34,7 @@ Entries entriesOf(QByteArrayView text) {
             line = line.sliced(byteOrderMark.size()).trimmed();
         isFirst = false;
         const qsizetype equals = line.indexOf('=');
-        if (line.size() > 1 && line.startsWith('[') && line.endsWith(']'))
+        if (isHeader(line))
             group = line.sliced(1, line.size() - 2).trimmed();
         else if (group && equals >= 0 && !line.startsWith('#') && !line.startsWith(';'))
             entries.insert(
@@ -65,6 +69,19 @@ bool areLinesOf(QByteArrayView part, QByteArrayView whole) {
     return true;
 }
 
+/// The comments right above a header, which tell of the group below.
+QByteArray commentsOnGroups(QByteArrayView text) {
+    QByteArray comments;
+    QByteArrayView before;
+    while (!text.isEmpty()) {
+        const QByteArrayView line = takeLine(text);
+        if (isHeader(line.trimmed()) && before.trimmed().startsWith('#'))
+            comments.append(before).append('\n');
+        before = line;
+    }
+    return comments;
+}
+
 /// A group, a key and its value, as a file holds them.
 struct Edit {
     QByteArray group;
@@ -91,6 +108,10 @@ void checkWriting(const QByteArray& text, Entries entries, const QList<QByteArra
     IniText ini(text);
     write(ini, input);
     const QByteArray written = ini.text();
+    if (entries.contains({edit.group, edit.key}))
+        require(written.count('\n') == text.count('\n') &&
+                    written.count("\r\n") == text.count("\r\n"),
+                "a line keeps its end");
     entries[{edit.group, edit.key}] = edit.value;
     require(entriesOf(written) == entries, "a value is read back, all others stay");
     require(differInOneLine(text, written), "an edit touches one line");
@@ -110,6 +131,7 @@ void checkRemoval(const QByteArray& text, Entries entries, const QList<QByteArra
     std::erase_if(entries, [&](const auto& entry) { return entry.first.first == edit.group; });
     require(entriesOf(rest) == entries, "a removed group goes, all others stay");
     require(areLinesOf(rest, text), "a removal takes whole lines");
+    require(areLinesOf(commentsOnGroups(text), rest), "a group keeps the comment above it");
     require(!IniText(rest).hasGroup(group), "a removed group is gone");
     write(ini, input);
     const QByteArray written = ini.text();
