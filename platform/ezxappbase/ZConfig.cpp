@@ -1,6 +1,5 @@
 #include "ZConfig.h"
 
-#include "Bytes.h"
 #include "RegularFile.h"
 
 #include <QFile>
@@ -9,64 +8,7 @@
 
 #include <unistd.h>
 
-namespace {
-
-/// Editors of some desktops put it before the first line.
-const char byteOrderMark[] = "\xEF\xBB\xBF";
-
-bool isComment(const QByteArray& trimmed) {
-    return trimmed.startsWith('#') || trimmed.startsWith(';');
-}
-
-bool isHeader(const QByteArray& trimmed) {
-    return trimmed.size() >= 2 && trimmed.startsWith('[') && trimmed.endsWith(']');
-}
-
-/// Place of the "=" in a "key = value" line, -1 in any other line.
-qsizetype equalsSign(const QByteArray& line) {
-    const QByteArray trimmed = line.trimmed();
-    return isComment(trimmed) || isHeader(trimmed) ? -1 : line.indexOf('=');
-}
-
-QByteArray keyOf(const QByteArray& line) {
-    return line.left(qMax<qsizetype>(equalsSign(line), 0)).trimmed();
-}
-
-QByteArray valueOf(const QByteArray& line) {
-    return line.mid(equalsSign(line) + 1).trimmed();
-}
-
-QByteArray lineEndOf(const QByteArray& line) {
-    if (line.endsWith("\r\n"))
-        return "\r\n";
-    return line.endsWith('\n') ? "\n" : "";
-}
-
-/// Place behind the last key of a section's lines, or behind its header where it has none: what
-/// follows (blank lines, a comment above the next header) is not the group's own.
-qsizetype endOfKeys(const QList<QByteArray>& lines) {
-    qsizetype end = lines.size();
-    while (end > 1 && equalsSign(lines.at(end - 1)) < 0)
-        --end;
-    return end;
-}
-
-/// As `endOfKeys`, with the blank lines that set the group apart from the next one.
-qsizetype endOfGroup(const QList<QByteArray>& lines) {
-    qsizetype end = endOfKeys(lines);
-    while (end < lines.size() && lines.at(end).trimmed().isEmpty())
-        ++end;
-    return end;
-}
-
-QByteArray onOneLine(const QString& text) {
-    return toBytes(text).replace("\r\n", " ").replace('\n', ' ').replace('\r', ' ');
-}
-
-} // namespace
-
 ZConfig::ZConfig(const QString& path, bool readOnly) : m_path(path), m_writable(!readOnly) {
-    m_sections.append(Section());
     load();
 }
 
@@ -82,140 +24,14 @@ void ZConfig::load() {
         close(descriptor);
         return;
     }
-    const QByteArray text = file.readAll();
+    IniText::operator=(IniText(file.readAll()));
     m_writable = m_writable && file.error() == QFileDevice::NoError;
-    parse(text);
-}
-
-void ZConfig::parse(const QByteArray& text) {
-    for (qsizetype start = 0; start < text.size();) {
-        const qsizetype newline = text.indexOf('\n', start);
-        const qsizetype next = newline < 0 ? text.size() : newline + 1;
-        const QByteArray line = text.mid(start, next - start);
-        QByteArray trimmed = line.trimmed();
-        if (start == 0 && trimmed.startsWith(byteOrderMark))
-            trimmed = trimmed.mid(qstrlen(byteOrderMark)).trimmed();
-        if (isHeader(trimmed)) {
-            const QByteArray name = trimmed.mid(1, trimmed.size() - 2).trimmed();
-            m_index[name].append(m_sections.size());
-            m_sections.append(Section{name, {}});
-        }
-        if (start == 0 && newline >= 0)
-            m_lineEnd = lineEndOf(line);
-        m_sections.last().lines.append(line);
-        start = next;
-    }
-}
-
-bool ZConfig::hasGroup(const QString& group) const {
-    return m_index.contains(toBytes(group).trimmed());
-}
-
-QList<QString> ZConfig::groups() const {
-    QList<QString> names;
-    for (qsizetype i = 1; i < m_sections.size(); ++i) {
-        const QByteArray& name = m_sections.at(i).name;
-        if (m_index.value(name).value(0) == i)
-            names.append(fromBytes(name));
-    }
-    return names;
-}
-
-const QByteArray* ZConfig::findLine(const QString& group, const QString& key) const {
-    const auto places = m_index.constFind(toBytes(group).trimmed());
-    const QByteArray wanted = toBytes(key).trimmed();
-    if (places == m_index.constEnd())
-        return nullptr;
-    for (const qsizetype place : *places) {
-        for (const QByteArray& line : m_sections.at(place).lines) {
-            if (equalsSign(line) >= 0 && keyOf(line) == wanted)
-                return &line;
-        }
-    }
-    return nullptr;
-}
-
-QByteArray* ZConfig::findLine(const QString& group, const QString& key) {
-    return const_cast<QByteArray*>(std::as_const(*this).findLine(group, key));
-}
-
-QString ZConfig::readEntry(const QString& group, const QString& key,
-                           const QString& fallback) const {
-    const QByteArray* line = findLine(group, key);
-    return line ? fromBytes(valueOf(*line)) : fallback;
-}
-
-void ZConfig::writeEntry(const QString& group, const QString& key, const QString& value) {
-    const QByteArray name = onOneLine(key);
-    const QByteArray text = onOneLine(value);
-    const QByteArray content = name + " = " + text;
-    QByteArray* line = findLine(group, fromBytes(name));
-    if (!line) {
-        insertLine(sectionForWriting(onOneLine(group).trimmed()), content);
-    } else if (valueOf(*line) != text.trimmed()) {
-        *line = content + lineEndOf(*line);
-        m_changed = true;
-    }
-}
-
-void ZConfig::writeEntry(const QString& group, const QString& key, const char* value) {
-    writeEntry(group, key, QString::fromUtf8(value));
-}
-
-void ZConfig::writeEntry(const QString& group, const QString& key, int value) {
-    writeEntry(group, key, QString::number(value));
-}
-
-ZConfig::Section& ZConfig::sectionForWriting(const QByteArray& name) {
-    const QList<qsizetype> places = m_index.value(name);
-    if (!places.isEmpty())
-        return m_sections[places.first()];
-    endLastLine();
-    m_index[name].append(m_sections.size());
-    m_sections.append(Section{name, {'[' + name + ']' + m_lineEnd}});
-    return m_sections.last();
-}
-
-void ZConfig::insertLine(Section& section, const QByteArray& content) {
-    const qsizetype at = endOfKeys(section.lines);
-    QByteArray& before = section.lines[at - 1];
-    if (lineEndOf(before).isEmpty())
-        before += m_lineEnd;
-    section.lines.insert(at, content + lineEndOf(section.lines.at(at - 1)));
-    m_changed = true;
-}
-
-void ZConfig::endLastLine() {
-    for (auto section = m_sections.rbegin(); section != m_sections.rend(); ++section) {
-        if (section->lines.isEmpty())
-            continue;
-        QByteArray& last = section->lines.last();
-        if (lineEndOf(last).isEmpty())
-            last += m_lineEnd;
-        return;
-    }
-}
-
-void ZConfig::removeGroup(const QString& group) {
-    const QList<qsizetype> places = m_index.take(toBytes(group).trimmed());
-    for (const qsizetype place : places) {
-        QList<QByteArray>& lines = m_sections[place].lines;
-        lines.remove(0, endOfGroup(lines));
-        m_changed = true;
-    }
 }
 
 bool ZConfig::flush() {
     if (!m_changed)
         return true;
-    if (!m_writable)
-        return false;
-    QByteArray text;
-    for (const Section& section : std::as_const(m_sections)) {
-        for (const QByteArray& line : section.lines)
-            text += line;
-    }
-    if (!replaceFile(m_path, text))
+    if (!m_writable || !replaceFile(m_path, text()))
         return false;
     m_changed = false;
     return true;

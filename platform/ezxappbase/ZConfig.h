@@ -1,65 +1,23 @@
 #pragma once
 
-#include <QByteArray>
-#include <QHash>
-#include <QList>
-#include <QString>
+#include "IniText.h"
 
-/// An INI file of the phone: group headers "[name]" and "key = value" lines, UTF-8. Blanks around
-/// group names, keys and values are not part of them. Lines that begin with "#" or ";" are
-/// comments.
-///
-/// The files belong to the phone; a program edits a few of their lines. So all that is not edited
-/// stays byte for byte where it was: other groups, unknown keys, order, comments, blank lines, line
-/// ends. Where a group or a key stands twice, the first one is read.
-class ZConfig {
+/// An INI file of the phone. The files belong to the phone; a program edits a few of their lines,
+/// as `IniText` does it.
+class ZConfig : public IniText {
 public:
     /// Reads the file at `path` (a path of the machine). A file that is missing, unreadable or not
     /// a regular file reads as an empty one. With `readOnly`, nothing is ever written.
     ZConfig(const QString& path, bool readOnly);
-
-    bool hasGroup(const QString& group) const;
-
-    /// The value of `key` in `group`, or `fallback` where either is missing.
-    QString readEntry(const QString& group, const QString& key, const QString& fallback) const;
-
-    /// Sets `key` in `group` to `value`; line breaks in it become blanks. A key that is there is
-    /// changed in its place; a new key goes to the end of its group, a new group to the end of the
-    /// file. The file itself changes with `flush`.
-    void writeEntry(const QString& group, const QString& key, const QString& value);
-    void writeEntry(const QString& group, const QString& key, const char* value);
-    void writeEntry(const QString& group, const QString& key, int value);
-
-    /// Removes every group of that name: its header, its keys, the comments between them and the
-    /// blank lines behind.
-    void removeGroup(const QString& group);
 
     /// Writes the file back where something changed, keeping its owner and mode: afterwards either
     /// the old file or the new one is there, whole. False when it cannot be written, or could not
     /// be read at the start, so that nothing unread is lost.
     bool flush();
 
-    /// The names of all groups in file order, each once.
-    QList<QString> groups() const;
-
 private:
-    struct Section {
-        QByteArray name;
-        QList<QByteArray> lines; // with their line ends; the header is the first one
-    };
-
     void load();
-    void parse(const QByteArray& text);
-    const QByteArray* findLine(const QString& group, const QString& key) const;
-    QByteArray* findLine(const QString& group, const QString& key);
-    Section& sectionForWriting(const QByteArray& name);
-    void insertLine(Section& section, const QByteArray& content);
-    void endLastLine();
 
     QString m_path;
     bool m_writable;
-    bool m_changed = false;
-    QByteArray m_lineEnd = "\n";
-    QList<Section> m_sections; // the first one is what stands before the first header
-    QHash<QByteArray, QList<qsizetype>> m_index; // name to places in m_sections
 };

@@ -5,7 +5,6 @@
 #include "paths.h"
 
 #include <cstdio>
-#include <cstring>
 
 #include <dirent.h>
 #include <mntent.h>
@@ -28,12 +27,12 @@ void detectCard() {
         puts("DEBUG:: Cannot determine if SD is exists. Disabled by default");
         return;
     }
-    while (const mntent* entry = getmntent(table)) {
-        if (strstr(entry->mnt_dir, toBytes(Path::cardMount).constData())) {
+    for (const QByteArray& folder : mountPoints(table)) {
+        if (folder.contains(toBytes(Path::cardMount))) {
             puts("DEBUG:: SD exists");
             SdPresent = true;
         }
-        if (strstr(entry->mnt_dir, toBytes(Path::extMount).constData())) {
+        if (folder.contains(toBytes(Path::extMount))) {
             puts("DEBUG:: SD extended partition exists");
             SdExtPresent = true;
         }
@@ -44,6 +43,13 @@ void detectCard() {
 }
 
 } // namespace
+
+QList<QByteArray> mountPoints(FILE* table) {
+    QList<QByteArray> folders;
+    while (const mntent* entry = getmntent(table))
+        folders.append(entry->mnt_dir);
+    return folders;
+}
 
 bool ensureDir(const QString& path) {
     const QByteArray host = toBytes(hostPath(path));

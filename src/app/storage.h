@@ -1,6 +1,10 @@
 #pragma once
 
+#include <QByteArray>
+#include <QList>
 #include <QString>
+
+#include <cstdio>
 
 /// Where an application lies, as it is kept in the database.
 enum StorageLocation { phoneMemory = 0, memoryCard = 1 };
@@ -16,6 +20,9 @@ inline bool SdExtPresent = false;
 /// Looks for the card in the phone's mount table and makes the folders that the program needs. What
 /// cannot be made is only printed.
 void prepareStorage();
+
+/// The folders that something is mounted on, in the order of the mount table `table`.
+QList<QByteArray> mountPoints(FILE* table);
 
 /// True when the folder at `path` (of the phone) exists or was made; its parents are not made.
 bool ensureDir(const QString& path);

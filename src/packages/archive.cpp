@@ -6,6 +6,7 @@
 #include <QProcess>
 
 #include <algorithm>
+#include <climits>
 
 namespace {
 
@@ -109,8 +110,10 @@ std::optional<QList<ArchiveEntry>> parseListing(const QByteArray& output) {
             continue;
         const QByteArray key = line.left(equals);
         const QByteArray value = line.mid(equals + 3);
+        // A longer path can lie nowhere, and all the folders around it would not fit in memory.
         if (key == "Path")
-            entries.emplaceBack().name = plainName(fromBytes(value));
+            entries.emplaceBack().name =
+                value.size() < PATH_MAX ? plainName(fromBytes(value)) : QString();
         else if (!entries.isEmpty())
             setProperty(entries.last(), key, value);
     }
