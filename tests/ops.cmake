@@ -1,5 +1,6 @@
 # What can be done to an application: through the window, on failing storage, killed half-way.
 add_executable(ops_tests
+    leaks.cpp
     ops_agreement.cpp
     ops_batch_test.cpp
     ops_files_test.cpp

@@ -171,11 +171,6 @@ QString messageOf(const ZPopup& popup) {
     return label->accessibleName().isEmpty() ? label->text() : label->accessibleName();
 }
 
-/// Asked by the leak sanitizer: Qt keeps the recognizer of a gesture to the end of the process.
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:QScroller::grabGesture";
-}
-
 int main(int argc, char** argv) {
     // A test that hangs ends here.
     alarm(540);

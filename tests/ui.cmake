@@ -1,5 +1,6 @@
 # The main window, driven by keys and mouse on Qt's offscreen platform.
 add_executable(ui_tests
+    leaks.cpp
     support.cpp
     ui_browser_test.cpp
     ui_layout_test.cpp

@@ -1,5 +1,6 @@
 # The tests that link the program's own code, each run in a process of its own.
 add_executable(unit_tests
+    leaks.cpp
     archive_test.cpp
     bytes_test.cpp
     database_test.cpp
