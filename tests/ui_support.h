@@ -48,6 +48,7 @@ private:
 
     QTimer m_watch;
     ZPopup* m_seen = nullptr;
+    int m_timesSeen = 0;
 };
 
 /// Presses these keys one after the other.

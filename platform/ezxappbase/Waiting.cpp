@@ -3,6 +3,7 @@
 #include "ZApplication.h"
 #include "ZPopup.h"
 
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QFile>
 #include <QPointer>
@@ -54,7 +55,7 @@ qint64 bytesOfChildren(const QByteArray& thread, const QByteArray& counter) {
 } // namespace
 
 int runBeside(const std::function<int()>& work) {
-    if (!ZApplication::hasDisplay())
+    if (!QCoreApplication::instance() || !ZApplication::hasDisplay())
         return work();
     int result = 0;
     const std::unique_ptr<QThread> thread(QThread::create([&] {

@@ -8,7 +8,7 @@ class QObject;
 
 /// Runs `work`, which blocks, beside the event loop and gives its result: meanwhile the screen is
 /// painted and moves. Keys and touches go to the popup on the screen; where there is none they
-/// wait. A program without a display just runs `work`.
+/// wait. A program without a display, or without an application object, just runs `work`.
 int runBeside(const std::function<int()>& work);
 
 /// Starts `work` on another thread and returns; `then` is called on this one when it has ended,
