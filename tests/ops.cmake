@@ -20,7 +20,7 @@ add_test(NAME ops_storage COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/ops_storage.sh
                                   $<TARGET_FILE:ops_tests>)
 set_tests_properties(ops_storage PROPERTIES TIMEOUT 600 SKIP_RETURN_CODE 77)
 
-add_executable(ops_driver ops_agreement.cpp ops_driver.cpp)
+add_executable(ops_driver leaks.cpp ops_agreement.cpp ops_driver.cpp)
 target_link_libraries(ops_driver PRIVATE quiver_core)
 foreach(name IN ITEMS bad_packages hostile_names)
     add_test(NAME ${name} COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/${name}.sh
