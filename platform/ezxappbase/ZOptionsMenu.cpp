@@ -7,7 +7,6 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollArea>
-#include <QScroller>
 #include <QVBoxLayout>
 
 namespace {
@@ -28,21 +27,12 @@ int indexOfDigit(int key) {
 } // namespace
 
 ZOptionsMenu::ZOptionsMenu(const QRect&, QWidget* parent, const char* name, int, int, bool)
-    : ZOverlay(nullptr), m_scroll(new QScrollArea(this)), m_column(new QVBoxLayout) {
+    : ZOverlay(nullptr), m_scroll(makeScrollArea(new QWidget, this)), m_column(new QVBoxLayout) {
     setObjectName(QString::fromLatin1(name));
     connect(parent, &QObject::destroyed, this, &QObject::deleteLater);
-    auto* panel = new QWidget;
-    panel->setLayout(m_column);
+    m_scroll->widget()->setLayout(m_column);
     m_column->setContentsMargins(0, 0, 0, 0);
     m_column->setSpacing(0);
-    m_scroll->setWidget(panel);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setFocusPolicy(Qt::NoFocus);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->viewport()->setAutoFillBackground(false);
-    panel->setAutoFillBackground(false);
-    QScroller::grabGesture(m_scroll->viewport(), QScroller::TouchGesture);
     connect(softKeys(), &SoftKeyBar::leftPressed, this, [this] { choose(m_highlighted); });
     connect(softKeys(), &SoftKeyBar::rightPressed, this, &ZOptionsMenu::close);
 }

@@ -4,6 +4,8 @@
 #include "ZScreen.h"
 
 #include <QEvent>
+#include <QScrollArea>
+#include <QScroller>
 
 ZOverlay::ZOverlay(QWidget* parent)
     : QWidget(parent ? parent : &ZScreen::instance()), m_softKeys(new SoftKeyBar(this)) {
@@ -13,6 +15,19 @@ ZOverlay::ZOverlay(QWidget* parent)
 
 QRect ZOverlay::area() const {
     return rect().adjusted(0, 0, 0, -m_softKeys->height());
+}
+
+QScrollArea* ZOverlay::makeScrollArea(QWidget* content, QWidget* parent) {
+    auto* area = new QScrollArea(parent);
+    area->setWidget(content);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+    QScroller::grabGesture(area->viewport(), QScroller::TouchGesture);
+    return area;
 }
 
 bool ZOverlay::event(QEvent* event) {

@@ -3,6 +3,7 @@
 #include <QPointer>
 #include <QWidget>
 
+class QScrollArea;
 class SoftKeyBar;
 
 /// Something laid over the whole screen, with soft-key labels of its own at the foot. While it is
@@ -19,6 +20,9 @@ protected:
 
     /// The room above the soft-key labels.
     QRect area() const;
+
+    /// A see-through area in `parent` that scrolls `content` up and down, by touch too.
+    static QScrollArea* makeScrollArea(QWidget* content, QWidget* parent);
 
     bool event(QEvent* event) override;
     bool focusNextPrevChild(bool next) override;

@@ -12,7 +12,6 @@
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QScroller>
 #include <QTimer>
 
 namespace {
@@ -31,24 +30,14 @@ int titleHeight() {
 } // namespace
 
 ZPopup::ZPopup(int, QWidget* parent, const char* name, bool, int, int)
-    : ZOverlay(parent), m_card(new QWidget(this)), m_scroll(new QScrollArea(m_card)),
+    : ZOverlay(parent), m_card(new QWidget(this)), m_scroll(makeScrollArea(new QWidget, m_card)),
       m_content(new QVBoxLayout), m_actions(new QVBoxLayout) {
     setObjectName(QString::fromLatin1(name));
 
-    auto* panel = new QWidget;
-    panel->setLayout(m_content);
-    panel->installEventFilter(this);
+    m_scroll->widget()->setLayout(m_content);
+    m_scroll->widget()->installEventFilter(this);
     setContentMargin(Measure::dialogPadding);
     m_content->setSpacing(contentSpacing);
-
-    m_scroll->setWidget(panel);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setFocusPolicy(Qt::NoFocus);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->viewport()->setAutoFillBackground(false);
-    panel->setAutoFillBackground(false);
-    QScroller::grabGesture(m_scroll->viewport(), QScroller::TouchGesture);
 
     auto* column = new QVBoxLayout(m_card);
     column->setContentsMargins(0, titleHeight(), 0, 0);
