@@ -57,10 +57,8 @@ protected:
 
 } // namespace
 
-TEST_F(Files, EverythingCanBeDoneWhateverTheFolderIsCalled) {
-    const QByteArrayList folders = {
-        "Game", "Two  words",        "Игра", "-rf",   "\xFF\xFEnot text", "%1 %2 %s",
-        "@x",   "a;b&c$(d)`e`\"#\\", "*",    "[Ga]me"};
+TEST_F(Files, EverythingCanBeDoneInTheWindowWhateverTheFolderIsCalled) {
+    const QByteArrayList folders = {"Game", "-rf", "\xFF\xFEnot text", "a;b&c$(d)`e`\"#\\"};
     for (const QByteArray& folder : folders)
         addGame(1, folder);
     addGame(0, "Bystander");
