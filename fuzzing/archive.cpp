@@ -72,7 +72,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const qsizetype start = input[1].indexOf("\n----------\n");
     require(entries->size() == input[1].mid(start + 1).count("\nPath = "), "each path is an entry");
     for (const ArchiveEntry& entry : *entries)
-        require(entry.size >= 0, "nothing is smaller than nothing");
+        require(entry.size >= 0 && entry.size <= largestSize, "sizes can be added up");
     if (!staysInside(*entries, targets))
         return 0;
     const Links links = linksOf(*entries, targets);

@@ -191,6 +191,8 @@ package("gz", gzip.compress(good["tar"]), "tried", "*")
 package("encrypted", seven(CFG, switches=("-psecret",)), "tried")
 package("hidden", seven(CFG, switches=("-psecret", "-mhe")), "tried")
 package("claims-terabytes", zipped(CFG, ("Demo/data", DATA, 0o100644, 2**45)), "full")
+package("claims-everything", zipped(CFG, *[(f"Demo/{i}", DATA, 0o100644, 2**63 - i) for i in (1, 2)]),
+        "full")
 package("claims-little", zipped(CFG, ("Demo/data", bytes(50_000_000), 0o100644, 10)), "tried")
 package("thousands", zipped(CFG, *endless[:3000]), "installed", kind="zpk")
 package("deep", tar(CFG, ("Demo/" + "d/" * 300 + "x", b"x")), "installed", kind="zpk")

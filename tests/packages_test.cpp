@@ -46,7 +46,8 @@ TEST(Packages, NothingMayLeadOutOfItsFolder) {
              {},
              {"Game/", "Game/Game.cfg", "Game/..a/b..", "Game/..."},
              {"Game/a -> Game.cfg", "Game/b -> ./a", "Game/lib/c -> ../a", "Game/lib/d/e -> ../.."},
-             {"Game/loop -> loop", "Game/nowhere -> nothing/there"}})
+             {"Game/loop -> loop", "Game/nowhere -> nothing/there"},
+             {"Game/a -> lib", "Game/a.b/x", "Game/a-b", "Game/ab/"}})
         EXPECT_TRUE(stays(inside)) << qPrintable(inside.join(", "));
     for (const QStringList& outside : QList<QStringList>{
              {"/etc/passwd"},
@@ -61,7 +62,11 @@ TEST(Packages, NothingMayLeadOutOfItsFolder) {
              {"Game/a -> "},
              {"Game/a/b/c -> ../..", "Game/d -> a/b/c/../.."}, // through a link it climbs further
              {"Game/a -> lib", "Game/a/x"},
-             {"Game/a/x", "Game/a -> lib"}})
+             {"Game/a/x", "Game/a -> lib"},
+             {"Game/a/x/y/z", "Game/A -> lib"}, // a memory card takes them for the same
+             {"Game/a", "Game/a -> lib"},
+             {"Game/a/b/", "Game/a -> lib"},
+             {"Game/a/x -> y", "Game/a -> lib"}})
         EXPECT_FALSE(stays(outside)) << qPrintable(outside.join(", "));
     EXPECT_FALSE(staysInside({{"Game/a", 1, false, true}}, {})); // a target that cannot be read
 }

@@ -58,7 +58,7 @@ QString plainName(const QString& name) {
 /// same.
 void setProperty(ArchiveEntry& entry, const QByteArray& key, const QByteArray& value) {
     if (key == "Size") {
-        entry.size = qMax<qint64>(0, value.toLongLong());
+        entry.size = qint64(qMin(value.toULongLong(), qulonglong(largestSize)));
     } else if (key == "Attributes" || key == "Mode") {
         // "D drwxr-xr-x": those of DOS, and behind them those of a system that has links.
         const QByteArray mode = value.mid(value.lastIndexOf(' ') + 1);
@@ -77,14 +77,6 @@ bool leadsUp(const QString& name) {
     return name.startsWith('/') || name.split('/').contains(u"..");
 }
 
-/// The names of the folders around `name`, outermost first.
-QStringList foldersAround(const QString& name) {
-    QStringList folders;
-    for (qsizetype end = name.indexOf('/'); end >= 0; end = name.indexOf('/', end + 1))
-        folders.append(name.left(end));
-    return folders;
-}
-
 /// A link may climb within its outermost folder, and only before it goes down: what it goes down
 /// through may be a link itself.
 bool linkStaysInside(const QString& name, const QString& target) {
@@ -94,7 +86,15 @@ bool linkStaysInside(const QString& name, const QString& target) {
     qsizetype climbs = 0;
     while (climbs < steps.size() && steps.at(climbs) == u"..")
         ++climbs;
-    return climbs <= foldersAround(name).size() - 1 && !steps.mid(climbs).contains(u"..");
+    return climbs < name.count('/') && !steps.mid(climbs).contains(u"..");
+}
+
+/// True where `name`, or what lies below it, is among the sorted `names`.
+bool isTaken(const QStringList& names, const QString& name) {
+    const QString below = name + '/';
+    const auto next = std::lower_bound(names.begin(), names.end(), below);
+    return (next != names.end() && next->startsWith(below)) ||
+           std::binary_search(names.begin(), names.end(), name);
 }
 
 } // namespace
@@ -104,14 +104,15 @@ std::optional<QList<ArchiveEntry>> parseListing(const QByteArray& output) {
     if (start < 0)
         return std::nullopt;
     QList<ArchiveEntry> entries;
-    for (const QByteArray& line : output.mid(start + 1).split('\n')) {
+    for (qsizetype begin = start + 1, end = begin; end >= 0; begin = end + 1) {
+        end = output.indexOf('\n', begin);
+        const QByteArray line = output.mid(begin, end < 0 ? -1 : end - begin);
         const qsizetype equals = line.indexOf(" = ");
         if (equals < 0)
             continue;
         const QByteArray key = line.left(equals);
         const QByteArray value = line.mid(equals + 3);
-        // A longer path can lie nowhere, and all the folders around it would not fit in memory.
-        if (key == "Path")
+        if (key == "Path") // a longer one can lie nowhere
             entries.emplaceBack().name =
                 value.size() < PATH_MAX ? plainName(fromBytes(value)) : QString();
         else if (!entries.isEmpty())
@@ -141,8 +142,8 @@ std::optional<QByteArray> readFromArchive(const QString& archiver, const QString
 QSet<QString> foldersOf(const QList<ArchiveEntry>& entries) {
     QSet<QString> folders;
     for (const ArchiveEntry& entry : entries) {
-        for (const QString& folder : foldersAround(entry.name))
-            folders.insert(folder);
+        if (entry.name.contains('/'))
+            folders.insert(entry.name.left(entry.name.lastIndexOf('/')));
         if (entry.isFolder)
             folders.insert(entry.name);
     }
@@ -150,8 +151,7 @@ QSet<QString> foldersOf(const QList<ArchiveEntry>& entries) {
 }
 
 bool staysInside(const QList<ArchiveEntry>& entries, const QStringList& targets) {
-    // Memory cards do not tell capital letters from small ones.
-    QSet<QString> links;
+    QStringList links;
     QSet<QString> files;
     qsizetype read = 0;
     for (const ArchiveEntry& entry : entries) {
@@ -164,14 +164,14 @@ bool staysInside(const QList<ArchiveEntry>& entries, const QStringList& targets)
         if (!entry.twin.isEmpty() && !files.contains(entry.twin))
             return false;
         if (entry.isLink)
-            links.insert(entry.name.toCaseFolded());
+            links.append(entry.name.toCaseFolded());
         else if (!entry.isFolder)
             files.insert(entry.name);
     }
-    const auto isLink = [&links](const QString& name) {
-        return links.contains(name.toCaseFolded());
-    };
-    const QSet<QString> folders = foldersOf(entries);
-    return std::none_of(folders.begin(), folders.end(), isLink) &&
-           std::none_of(files.begin(), files.end(), isLink);
+    QStringList names;
+    for (const QString& name : foldersOf(entries) + files)
+        names.append(name.toCaseFolded()); // a memory card takes "A" and "a" for the same
+    names.sort();
+    return std::none_of(links.begin(), links.end(),
+                        [&names](const QString& link) { return isTaken(names, link); });
 }

@@ -8,10 +8,13 @@
 
 #include <optional>
 
+/// In bytes; more than any storage holds, and still to be added to.
+constexpr qint64 largestSize = qint64(1) << 60;
+
 /// One entry of a package, as the archiver lists it.
 struct ArchiveEntry {
     QString name;    ///< with the folders that it lies in, '/' between them
-    qint64 size = 0; ///< in bytes, unpacked; of a link, the length of its target
+    qint64 size = 0; ///< in bytes, unpacked, at most `largestSize`; of a link, its target's length
     bool isFolder = false;
     bool isLink = false;
     QString twin{}; ///< the entry that it is another name of (a hard link); empty for most
@@ -38,7 +41,8 @@ std::optional<ArchiveListing> listArchive(const QString& archiver, const QString
 std::optional<QByteArray> readFromArchive(const QString& archiver, const QString& path,
                                           const QStringList& names, qint64 limit);
 
-/// The folders that the entries lie in, at any depth, and those that are entries themselves.
+/// The folders that entries lie in, each the innermost one of its entry, and those that are entries
+/// themselves.
 QSet<QString> foldersOf(const QList<ArchiveEntry>& entries);
 
 /// True when nothing of the package can come to lie, or lead, outside the folder that it is

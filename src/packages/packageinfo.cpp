@@ -80,6 +80,19 @@ QByteArray fileState(const QString& path) {
     return state;
 }
 
+/// True where a link lies already on the way from `path` (of the machine) down to its `folder`.
+bool leadsThroughLink(QString path, const QString& folder) {
+    for (const QString& step : folder.split('/')) {
+        path += '/' + step;
+        struct stat found = {};
+        if (lstat(toBytes(path).constData(), &found) != 0)
+            return false;
+        if (S_ISLNK(found.st_mode))
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 std::optional<PackageInfo> readPackage(const QString& archiver, const QString& path) {
@@ -91,7 +104,7 @@ std::optional<PackageInfo> readPackage(const QString& archiver, const QString& p
     const std::optional<QStringList> targets = linkTargets(archiver, path, entries);
     info.isSafe = listing->isWhole && targets && staysInside(entries, *targets);
     for (const ArchiveEntry& entry : entries) {
-        info.bytes += entry.size;
+        info.bytes = qMin(info.bytes + entry.size, largestSize);
         info.files += entry.isFolder ? 0 : 1;
     }
     info.folder = commonFolder(entries);
@@ -145,9 +158,7 @@ qint64 bytesNeeded(const PackageInfo& info, const QString& target) {
 
 bool staysInside(const PackageInfo& info, const QString& target) {
     return std::none_of(info.folders.begin(), info.folders.end(), [&](const QString& folder) {
-        struct stat found = {};
-        return lstat(toBytes(hostPath(target + '/' + folder)).constData(), &found) == 0 &&
-               S_ISLNK(found.st_mode);
+        return leadsThroughLink(hostPath(target), folder);
     });
 }
 

@@ -12,10 +12,10 @@ struct ZPK_App;
 /// What a package says of itself before it is unpacked.
 struct PackageInfo {
     bool isSafe = false; ///< nothing of it can come to lie, or lead, outside its folder
-    qint64 bytes = 0;    ///< unpacked
+    qint64 bytes = 0;    ///< unpacked, at most `largestSize`
     int files = 0;
     QString folder;        ///< the one folder that it holds; empty where it holds others
-    QSet<QString> folders; ///< all that it unpacks something into
+    QSet<QString> folders; ///< as `foldersOf` gives them
     std::shared_ptr<const ZPK_App> app; ///< null where no descriptor is where it belongs
     QByteArray icon;                    ///< the icon's file; empty where it was not read
 };
