@@ -186,7 +186,8 @@ TEST_P(UiLayout, DialogsCanBeRead) {
         askToInstall("T", "T", "a.zpk", info);
     }
     auto app = std::make_shared<ZPK_App>();
-    app->name = app->author = QString(127, 'W');
+    app->name = QString(127, 'J'); // reaches out to the left
+    app->author = QString(127, 'W');
     addApp(0, "Game", "Ann\nVersion = 2.0");
     info.app = app;
     for (const char* version : {"1.0", "2.0", "99"}) {

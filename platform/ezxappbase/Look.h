@@ -63,6 +63,7 @@ constexpr int menuRow = 26;
 constexpr int menuFont = 14;
 constexpr int radius = 6;
 constexpr int scrollBar = 3;
+constexpr int overhang = 2; ///< the tail of a "J" to the left of its place, in bold letters
 constexpr QSize screen(240, 320);
 } // namespace Measure
 

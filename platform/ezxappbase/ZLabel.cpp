@@ -33,6 +33,8 @@ ZLabel::ZLabel(const QString& text, QWidget* parent, const char* name, int flags
     setObjectName(QString::fromLatin1(name));
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
+    const int room = scaled(Measure::overhang);
+    setContentsMargins(room, 0, room, 0);
     const bool isNotice = widgetClass == noticeClass;
     setFont(lookFont(isNotice ? Measure::dialogFont : Measure::secondFont,
                      isNotice ? QFont::DemiBold : QFont::Normal));

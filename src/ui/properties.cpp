@@ -48,7 +48,7 @@ void zBaseGUI::mainOptM_Properties() {
     if (!app)
         return;
     ZMessageDlg popup(app->name, QString(), ZMessageDlg::Notice, 0, nullptr, nullptr, true, 0);
-    popup.setContentMargin(Measure::dialogPadding / 2); // leaves a line of the comment its width
+    popup.setContentMargin(Measure::grid); // leaves a line of the comment its width
     popup.setContentSpacing(Measure::grid / 2);
     popup.setTitleIcon(
         loadPicture(hostPath(app->path + '/' + app->icon), scaled(Measure::titleIcon)));
