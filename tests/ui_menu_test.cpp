@@ -155,30 +155,6 @@ protected:
 
 } // namespace
 
-TEST_F(UiMenu, TheWindowHasItsSlotsInOrder) {
-    const QByteArray slotNames =
-        "quit() firstRefresh() tabSelected(QString) app_selected(int) zpk_highlighted(int) "
-        "zpk_selected(int) zpkOptM_Install() zpkOptM_GoToSD() zpkOptM_GoToPH() "
-        "zpkOptM_ShowAll() mainOptM_Move() mainOptM_Rename() mainOptM_Delete() "
-        "mainOptMMS_Move() mainOptMMS_Delete() mainOptMMS_SelectAll() "
-        "mainOptMMS_UnselectAll() mainOptM_Properties() mainOptM_RegisterAppMenu() "
-        "mainSubOptM_SaveAs_PH() mainSubOptM_SaveAs_SD() mainSubOptM_SaveAs_FM() "
-        "mainSubOptM_ViewSDPH() mainSubOptM_ViewRegistered() mainOptM_MultiSelect() "
-        "mainOptM_Refresh() OptM_About() cmd_InstallZPK() cmd_Move(ZPK_App*,int) "
-        "cmd_MultiMove() cmd_Delete(ZPK_App*) cmd_MultiDelete() "
-        "cmd_SaveAs(ZPK_App*,SAVE_LOCATION)";
-    const QMetaObject& meta = zBaseGUI::staticMetaObject;
-    EXPECT_STREQ(meta.className(), "zBaseGUI");
-    EXPECT_STREQ(meta.superClass()->className(), "ZKbMainWidget");
-    EXPECT_EQ(meta.propertyCount(), meta.propertyOffset());
-    QByteArrayList found;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        EXPECT_EQ(meta.method(i).methodType(), QMetaMethod::Slot);
-        found.append(meta.method(i).methodSignature());
-    }
-    EXPECT_EQ(found, slotNames.split(' '));
-}
-
 TEST_F(UiMenu, MenusAreMadeOnceWithTheirEntries) {
     for (const bool card : {true, false}) {
         SCOPED_TRACE(card ? "card" : "no card");
