@@ -20,72 +20,8 @@ namespace {
 const QStringList closed = {"Options", "Exit"};
 const QStringList opened = {"Select", "Cancel"};
 
-struct Entry {
-    const char* key;
-    const char* slot; ///< as SLOT gives it; null where the entry is wired to nothing
-    int state = 0;    ///< of a check entry
-    bool needsCard = false;
-};
-
 constexpr int off = ZOptionsMenu::CheckItem;
 constexpr int on = ZOptionsMenu::CheckItem | ZOptionsMenu::CheckedItem;
-
-const QList<Entry> mainEntries = {
-    {"APP_MOVE", SLOT(mainOptM_Move())},
-    {"APP_RENAME", SLOT(mainOptM_Rename())},
-    {"APP_DELETE", SLOT(mainOptM_Delete())},
-    {"APP_PROPERTIES", SLOT(mainOptM_Properties())},
-    {"APP_UN_REGISTER_APP_MENU", SLOT(mainOptM_RegisterAppMenu())},
-    {"APP_SAVE_AS_ZPK_TO", nullptr},
-    {"APP_VIEW", nullptr},
-    {"APP_MULTI_SELECT", SLOT(mainOptM_MultiSelect())},
-    {"APP_REFRESH", SLOT(mainOptM_Refresh())},
-    {"APP_ABOUT", SLOT(OptM_About())},
-};
-const QList<Entry> saveAsEntries = {
-    {"APP_SAVE_IN_SD", SLOT(mainSubOptM_SaveAs_SD()), 0, true},
-    {"APP_SAVE_IN_PH", SLOT(mainSubOptM_SaveAs_PH())},
-    {"APP_SAVE_IN_FM_LOC", SLOT(mainSubOptM_SaveAs_FM())},
-};
-const QList<Entry> viewEntries = {
-    {"APP_APPS_IN_SD", SLOT(mainSubOptM_ViewSDPH()), on, true},
-    {"APP_APPS_IN_PH", SLOT(mainSubOptM_ViewSDPH()), on},
-    {"APP_ONLY_REGISTERED_APPS", SLOT(mainSubOptM_ViewRegistered()), off},
-};
-const QList<Entry> multiSelectEntries = {
-    {"APP_MOVE", SLOT(mainOptMMS_Move()), 0, true},
-    {"APP_DELETE", SLOT(mainOptMMS_Delete())},
-    {"APP_UN_REGISTER_APP_MENU", nullptr},
-    {"APP_SELECT_ALL", SLOT(mainOptMMS_SelectAll())},
-    {"APP_UNSELECT_ALL", SLOT(mainOptMMS_UnselectAll())},
-    {"APP_CANCEL", SLOT(mainOptM_MultiSelect())},
-};
-const QList<Entry> packageEntries = {
-    {"ZPK_INSTALL", SLOT(zpkOptM_Install())},
-    {"APP_SHOW_ALL", SLOT(zpkOptM_ShowAll()), off},
-    {"APP_GO_MEMORY_CARD", SLOT(zpkOptM_GoToSD()), 0, true},
-    {"APP_GO_PHONE_MEMORY", SLOT(zpkOptM_GoToPH())},
-    {"APP_ABOUT", SLOT(OptM_About())},
-};
-
-void expectMenu(const ZOptionsMenu& menu, const QList<Entry>& entries, bool card,
-                zBaseGUI* window) {
-    ASSERT_EQ(menu.count(), entries.size());
-    for (int id = 0; id < entries.size(); ++id) {
-        const Entry& entry = entries.at(id);
-        SCOPED_TRACE(entry.key);
-        EXPECT_EQ(menu.itemText(id), ::tr(entry.key));
-        EXPECT_EQ(menu.itemState(id), entry.state);
-        const bool isShownOnly = &entries == &multiSelectEntries && id == 2;
-        EXPECT_EQ(menu.isItemEnabled(id), !isShownOnly && (card || !entry.needsCard));
-        // To take a connection away is the way to see it.
-        MenuRow* row = rowOf(menu, id);
-        const bool isWired =
-            entry.slot && QObject::disconnect(row, SIGNAL(chosen()), window, entry.slot);
-        EXPECT_EQ(isWired, entry.slot != nullptr);
-        EXPECT_FALSE(QObject::disconnect(row, SIGNAL(chosen()), nullptr, nullptr));
-    }
-}
 
 class UiMenu : public Ui {
 protected:
@@ -155,33 +91,18 @@ protected:
 
 } // namespace
 
-TEST_F(UiMenu, MenusAreMadeOnceWithTheirEntries) {
-    for (const bool card : {true, false}) {
-        SCOPED_TRACE(card ? "card" : "no card");
-        if (card)
-            insertCard();
-        else
-            phone.makeFile("/etc/mtab", "");
-        SdPresent = false;
-        open();
-        const QList<ZOptionsMenu*> menus = {window->getMainMenu(), window->getSaveAsMenu(),
-                                            window->getViewMenu(), window->getMultiSelectMenu(),
-                                            window->getPackageMenu()};
-        SdPresent = !card; // a change that comes later changes nothing
-        EXPECT_EQ(menus, (QList<ZOptionsMenu*>{window->getMainMenu(), window->getSaveAsMenu(),
-                                               window->getViewMenu(), window->getMultiSelectMenu(),
-                                               window->getPackageMenu()}));
-        EXPECT_EQ(ZScreen::instance().findChildren<ZOptionsMenu*>().size(), 5);
-        EXPECT_EQ(rowOf(*menus[0], 5)->submenu(), menus[1]);
-        EXPECT_EQ(rowOf(*menus[0], 6)->submenu(), menus[2]);
-        expectMenu(*menus[0], mainEntries, card, window.get());
-        expectMenu(*menus[1], saveAsEntries, card, window.get());
-        expectMenu(*menus[2], viewEntries, card, window.get());
-        expectMenu(*menus[3], multiSelectEntries, card, window.get());
-        expectMenu(*menus[4], packageEntries, card, window.get());
-        window.reset();
-        ZScreen::discard();
-    }
+TEST_F(UiMenu, ACardThatComesLaterChangesNothing) {
+    phone.makeFile("/etc/mtab", "");
+    open();
+    const QList<std::pair<ZOptionsMenu*, int>> entries = {{window->getSaveAsMenu(), 0},
+                                                          {window->getViewMenu(), 0},
+                                                          {window->getMultiSelectMenu(), 0},
+                                                          {window->getPackageMenu(), 2}};
+    SdPresent = true;
+    window->getSaveAsMenu();
+    for (const auto& [menu, id] : entries)
+        EXPECT_FALSE(menu->isItemEnabled(id)) << qPrintable(menu->itemText(id));
+    EXPECT_EQ(ZScreen::instance().findChildren<ZOptionsMenu*>().size(), 5);
 }
 
 TEST_F(UiMenu, KeysBeforeTheFirstFillFindEmptyLists) {
@@ -219,26 +140,20 @@ TEST_F(UiMenu, KeysMoveThroughTheMenus) {
     expectPlaces({
         {{Key_F1}, "main 0"},
         {{Key_F1, Key_Up}, "main 9"},
-        {{Key_F1, Key_Up, Key_Down}, "main 0"},
         {{Key_F1, Key_Down, Key_Down, Key_Up}, "main 1"},
         {{Key_F1, Key_End}, "main 9"},
         {{Key_F1, Key_PageDown, Key_Home}, "main 0"},
-        {{Key_F1, Key_Right}, "main 0"},
         {{Key_F1, Key_Left}, "main 0"},
         {{Key_F1, Key_6}, "save 0"},
         {{Key_F1, Key_7}, "view 0"},
         {{Key_F1, Key_6, Key_Up, Key_Up}, "save 1"},
-        {{Key_F1, Key_6, Key_9}, "save 0"},
         {{Key_F1, Key_6, Key_0}, "save 0"},
         {{Key_F1, Key_Down, Key_Down, Key_Down, Key_Down, Key_Down, Key_Right}, "save 0"},
         {{Key_F1, Key_7, Key_Left}, "main 6"},
         {{Key_F1, Key_7, Key_Left, Key_Left}, "main 6"},
         {{Key_F1, Key_7, Key_Escape}, "main 6"},
-        {{Key_F1, Key_7, Key_Backspace}, "main 6"},
-        {{Key_F1, Key_7, Key_F2}, "main 6"},
         {{Key_F1, Key_7, Key_Escape, Key_6}, "save 0"},
         {{Key_F1, Key_Escape}, "none"},
-        {{Key_F1, Key_Backspace}, "none"},
         {{Key_F1, Key_F2}, "none"},
         {{Key_F1, Key_7, Key_1}, "none"},
         {{Key_F1, Key_7, Key_F1}, "none"},
