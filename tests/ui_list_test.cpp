@@ -251,6 +251,13 @@ TEST_F(UiList, ARowIsChosenOnce) {
     EXPECT_EQ(outputOf([&] { touch(*apps().viewport(), below); }), "");
     pressMouse(*apps().viewport(), middleOf(apps(), 0));
     EXPECT_EQ(outputOf([&] { releaseMouse(*apps().viewport(), below); }), "");
+    EXPECT_EQ(outputOf([this] {
+                  for (const MouseButton button : {RightButton, MiddleButton})
+                      QTest::mouseClick(apps().viewport(), button, {}, middleOf(apps(), 0));
+              }),
+              "");
+    press(Key_Tab); // there is nothing else to step to
+    EXPECT_EQ(outputOf([] { press(Key_Return); }), launched);
     chooseInMenu({7});
     EXPECT_EQ(outputOf([this] {
                   press(Key_Return);

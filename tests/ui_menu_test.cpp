@@ -5,6 +5,7 @@
 #include "ZListBox.h"
 #include "ZNavTabWidget.h"
 #include "ZOptionsMenu.h"
+#include "ZPopup.h"
 #include "ZScreen.h"
 #include "ZSoftKey.h"
 #include "language.h"
@@ -342,7 +343,7 @@ TEST_F(UiMenu, TheRightKeyLeavesModeThenProgram) {
     EXPECT_EQ(place(), "none");
 }
 
-TEST_F(UiMenu, ClosingTheWindowIsTheRightKey) {
+TEST_F(UiMenu, ClosingTheWindowClosesWhatLiesOnTop) {
     addApp(0, "Alpha");
     openFilled();
     const auto close = [] { EXPECT_FALSE(ZScreen::instance().close()); };
@@ -350,13 +351,15 @@ TEST_F(UiMenu, ClosingTheWindowIsTheRightKey) {
     EXPECT_TRUE(isKeptBy(close));
     EXPECT_EQ(softKeys(), closed);
     EXPECT_TRUE(ZScreen::instance().isVisible());
-    EXPECT_TRUE(isLeftBy(close));
-    EXPECT_TRUE(isLeftBy([&] {
-        pressAll({Key_F1, Key_7});
-        close();
-    }));
-    EXPECT_TRUE(isLeftBy([&] {
+    pressAll({Key_F1, Key_7});
+    EXPECT_TRUE(isKeptBy(close));
+    EXPECT_EQ(place(), "main 6");
+    EXPECT_TRUE(isKeptBy(close));
+    EXPECT_EQ(place(), "none");
+    EXPECT_TRUE(isKeptBy([&] {
         QTimer::singleShot(50, qApp, close);
         chooseInMenu({9}); // a notice waits
+        EXPECT_FALSE(ZPopup::isAnyShown());
     }));
+    EXPECT_TRUE(isLeftBy(close));
 }

@@ -36,7 +36,8 @@ void ChoiceRow::mousePressEvent(QMouseEvent* event) {
 }
 
 void ChoiceRow::mouseReleaseEvent(QMouseEvent* event) {
-    const bool again = m_wasChosen && hitButton(event->position().toPoint());
+    const bool again =
+        m_wasChosen && hitButton(event->position().toPoint()) && event->button() == Qt::LeftButton;
     QRadioButton::mouseReleaseEvent(event);
     if (again)
         emit chosenAgain();

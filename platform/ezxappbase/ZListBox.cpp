@@ -215,11 +215,15 @@ void ZListBox::keyPressEvent(QKeyEvent* event) {
 }
 
 void ZListBox::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return;
     m_pressed = indexAt(event->position().toPoint());
     QListView::mousePressEvent(event);
 }
 
 void ZListBox::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return;
     QListView::mouseReleaseEvent(event);
     const QModelIndex released = indexAt(event->position().toPoint());
     const QModelIndex pressed = m_pressed;

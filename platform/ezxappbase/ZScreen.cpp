@@ -81,17 +81,20 @@ QWidget* ZScreen::topWidget() const {
     return nullptr;
 }
 
-/// Closing the window is the main widget's right soft key; what lies over it goes first. Work is
-/// not left half done.
+/// Closing the window closes what lies on top of the screen. Only where nothing does, and no work
+/// is going on, is it the main widget's right soft key.
 void ZScreen::closeEvent(QCloseEvent* event) {
     event->ignore();
-    if (isWorking())
-        return;
-    QWidget* top = topWidget();
-    if (top && top != m_main)
-        pressKey(top, Qt::Key_Escape);
-    if (m_main)
-        QTimer::singleShot(0, m_main, [this] { pressKey(m_main, Qt::Key_F2); });
+    QTimer::singleShot(0, this, [this] {
+        QWidget* top = isWorking() ? nullptr : topWidget();
+        if (top)
+            pressKey(top, top == m_main ? Qt::Key_F2 : Qt::Key_Escape);
+    });
+}
+
+/// The list in front keeps the keys; there is nothing else to step to.
+bool ZScreen::focusNextPrevChild(bool) {
+    return false;
 }
 
 void ZScreen::paintEvent(QPaintEvent*) {
