@@ -5,6 +5,7 @@
 #include "ZOptionsMenu.h"
 #include "ZPK_App.h"
 #include "ZPopup.h"
+#include "ZScreen.h"
 #include "database.h"
 #include "discovery.h"
 #include "language.h"
@@ -277,5 +278,40 @@ TEST_F(Batches, AreChosenAndConfirmedByKeys) {
     EXPECT_TRUE(outputOf([] { chooseInMenu({1}); }).endsWith("DEBUG:: Delete Multiple APP\n"));
     EXPECT_TRUE(QTest::qWaitFor(isOver, 20000));
     EXPECT_EQ(names(apps()), QStringList({"Beta", "Gamma"}));
+    expectAgreement();
+}
+
+/// With the card out of view, in the mode for several, behind a change of tabs.
+TEST_F(Batches, TheNeighbourOfAMovedApplicationIsSafe) {
+    for (const char* name : {"Alpha", "Beta", "Gamma"})
+        addGame(0, name);
+    openFilled();
+    chooseInMenu({View, 0});
+    chooseInMenu({7});
+    pressAll({Qt::Key_Right, Qt::Key_Left});
+    choose("Alpha", {Move}, {yes(tr("POP_CONFIRM_MOVE_TEXT") + "\nAlpha")});
+    EXPECT_EQ(names(apps()), QStringList({"Beta", "Gamma"}));
+    choose("Beta", {Delete}, {yes(tr("POP_CONFIRM_DELETE_TEXT") + "\nBeta")});
+    EXPECT_EQ(appIn("Beta"), nullptr);
+    EXPECT_EQ(appIn("Alpha")->location, 1);
+    EXPECT_EQ(names(apps()), QStringList({"Gamma"}));
+    expectAgreement();
+}
+
+TEST_F(Batches, NothingElseIsDoneBetweenAnAnswerAndItsWork) {
+    for (const char* name : {"Alpha", "Beta"})
+        addGame(0, name);
+    openFilled();
+    chooseInMenu({7});
+    pressAll({Qt::Key_Down, Qt::Key_Return});
+    const Dialogs dialogs({yes(tr("POP_CONFIRM_DELETE_MULTIPLE_TEXT")), pleaseWait()});
+    chooseInMenu({1});
+    for (const int key : {Qt::Key_F2, Qt::Key_Up, Qt::Key_Return, Qt::Key_F1, Qt::Key_1})
+        press(key);
+    touchRow(apps(), 0);
+    ZScreen::instance().close();
+    EXPECT_TRUE(ZScreen::instance().isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !apps().hasCheckBoxes(); }, 20000));
+    EXPECT_EQ(names(apps()), QStringList({"Alpha"}));
     expectAgreement();
 }

@@ -74,6 +74,14 @@ void discoverApps() {
     discoverAppsIn(phoneMemory);
 }
 
+ZPK_App* appAt(const QString& path) {
+    for (const auto& [key, app] : AppMap) {
+        if (app->path == path)
+            return app.get();
+    }
+    return nullptr;
+}
+
 void ensureAppInDb(ZPK_App& app) {
     const QByteArray name = toBytes(app.name);
     if (isAppKnown(app.path, nullptr)) {

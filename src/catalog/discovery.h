@@ -20,6 +20,10 @@ QString appKey(const QString& name, int location);
 /// same afterwards.
 void discoverApps();
 
+/// The application of `AppMap` whose folder is `path`; null where there is none. A record does not
+/// outlive a discovery, so whoever has waited for an answer looks for it again.
+ZPK_App* appAt(const QString& path);
+
 /// Gives `app` its identifier, the stored one where the database knows its folder, else a new one
 /// with a row of its own, and its menu flag.
 void ensureAppInDb(ZPK_App& app);

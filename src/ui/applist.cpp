@@ -148,6 +148,14 @@ ZPK_App* zBaseGUI::getApp(int row) {
     return nullptr;
 }
 
+/// -1 where the view does not show it.
+int zBaseGUI::rowOf(const ZPK_App& app) {
+    int row = m_appList->count() - 1;
+    while (row >= 0 && getApp(row) != &app)
+        --row;
+    return row;
+}
+
 ZPK_App* zBaseGUI::currentApp() {
     return getApp(m_appList->currentItem());
 }

@@ -13,17 +13,20 @@
 #include "zBaseGUI.h"
 
 #include <QApplication>
-#include <QTimer>
 
 #include <cstdio>
 
 namespace {
 
-constexpr int batchDelay = 10; // ms; the question has left the screen by then
-
 bool confirm(const char* textKey, const QString& name = QString()) {
     const QString text = tr(textKey);
     return askYesNo(tr("POP_CONFIRM_TITLE"), name.isNull() ? text : text + '\n' + name);
+}
+
+/// The application after a yes; null after a no, or where it is not there any more.
+ZPK_App* confirmed(const char* textKey, const ZPK_App& app) {
+    const QString path = app.path;
+    return confirm(textKey, app.name) ? appAt(path) : nullptr;
 }
 
 } // namespace
@@ -52,7 +55,10 @@ void zBaseGUI::app_selected(int) {
 
 void zBaseGUI::mainOptM_Move() {
     ZPK_App* app = currentApp();
-    if (!app || !confirm("POP_CONFIRM_MOVE_TEXT", app->name))
+    if (!app)
+        return;
+    app = confirmed("POP_CONFIRM_MOVE_TEXT", *app);
+    if (!app)
         return;
     cmd_Move(app, -1);
     puts("DEBUG:: Move APP");
@@ -60,9 +66,12 @@ void zBaseGUI::mainOptM_Move() {
 
 void zBaseGUI::mainOptM_Delete() {
     ZPK_App* app = currentApp();
-    if (!app || !confirm("POP_CONFIRM_DELETE_TEXT", app->name))
+    if (!app)
         return;
-    const int row = m_appList->currentItem();
+    app = confirmed("POP_CONFIRM_DELETE_TEXT", *app);
+    if (!app)
+        return;
+    const int row = rowOf(*app);
     const size_t before = AppMap.size();
     cmd_Delete(app);
     // What could not be deleted keeps its row.
@@ -76,8 +85,9 @@ void zBaseGUI::mainOptM_RegisterAppMenu() {
     if (!app)
         return;
     const bool isRegistered = app->registeredInMenu;
-    if (!confirm(isRegistered ? "POP_CONFIRM_UNREGISTER_APP_MENU" : "POP_CONFIRM_REGISTER_APP_MENU",
-                 app->name))
+    app = confirmed(
+        isRegistered ? "POP_CONFIRM_UNREGISTER_APP_MENU" : "POP_CONFIRM_REGISTER_APP_MENU", *app);
+    if (!app)
         return;
     isRegistered ? unregisterAppFromMenu(*app) : registerAppInMenu(*app);
     showNotice(::tr("POP_OK_TITLE"), ::tr("POP_OK_TEXT"));
@@ -90,12 +100,14 @@ void zBaseGUI::mainOptM_Rename() {
     ZPK_App* app = currentApp();
     if (!app)
         return;
+    const QString path = app->path;
     const std::optional<QString> name =
         askText(::tr("POP_RENAME_TITLE"), ::tr("POP_RENAME_TEXT") + ' ' + app->name, app->name);
-    if (!name)
+    app = appAt(path);
+    if (!name || !app)
         return;
     renameApp(*app, *name);
-    updateRow(m_appList->currentItem(), *app);
+    updateRow(rowOf(*app), *app);
 }
 
 void zBaseGUI::mainSubOptM_SaveAs_PH() {
@@ -125,10 +137,12 @@ void zBaseGUI::cmd_Move(ZPK_App* app, int row) {
         return;
     if (!m_multiSelect) {
         showWhileWorking(*m_pleaseWait, app->name);
-        row = row == -1 ? m_appList->currentItem() : row;
+        row = row == -1 ? rowOf(*app) : row;
     }
     if (moveApp(*app, m_multiSelect)) {
-        if (isMovedAppShown())
+        if (row == -1)
+            refreshList(false);
+        else if (isMovedAppShown())
             updateRow(row, *app);
         else
             removeRow(row);
@@ -161,14 +175,14 @@ void zBaseGUI::cmd_SaveAs(ZPK_App* app, SAVE_LOCATION where) {
 void zBaseGUI::mainOptMMS_Move() {
     if (m_appList->count() == 0 || !confirm("POP_CONFIRM_MOVE_MULTIPLE_TEXT"))
         return;
-    QTimer::singleShot(batchDelay, this, &zBaseGUI::cmd_MultiMove);
+    announce(&zBaseGUI::cmd_MultiMove);
     puts("DEBUG:: Move Multiple APP");
 }
 
 void zBaseGUI::mainOptMMS_Delete() {
     if (m_appList->count() == 0 || !confirm("POP_CONFIRM_DELETE_MULTIPLE_TEXT"))
         return;
-    QTimer::singleShot(batchDelay, this, &zBaseGUI::cmd_MultiDelete);
+    announce(&zBaseGUI::cmd_MultiDelete);
     puts("DEBUG:: Delete Multiple APP");
 }
 

@@ -10,6 +10,7 @@
 #include "language.h"
 #include "paths.h"
 
+#include <QApplication>
 #include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -22,6 +23,7 @@ constexpr int scrollStep = 20;
 constexpr int tabSkin = 63;
 constexpr int listSkin = 40;
 constexpr int firstRefreshDelay = 10; // ms; the empty window is on the screen by then
+constexpr int announcedDelay = 10;    // ms; the question has left the screen by then
 const QString packageIcon = "Mpkgbox_Small.g";
 
 } // namespace
@@ -82,4 +84,28 @@ void zBaseGUI::firstRefresh() {
     ZScreen::instance().waitUntilPainted();
     loadFolder(SdPresent ? Path::cardMount : Path::phoneFiles);
     refreshList(true);
+}
+
+void zBaseGUI::announce(void (zBaseGUI::*work)()) {
+    qApp->installEventFilter(this);
+    QTimer::singleShot(announcedDelay, this, [this, work] {
+        qApp->removeEventFilter(this);
+        (this->*work)();
+    });
+}
+
+bool zBaseGUI::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::TouchBegin:
+    case QEvent::Close:
+        event->ignore();
+        return true;
+    default:
+        return ZKbMainWidget::eventFilter(watched, event);
+    }
 }

@@ -63,6 +63,9 @@ public:
 
     ZNavTabWidget* tabWidget() const { return m_tabs; }
 
+    /// Only on the way from an announcement to its work: drops keys and touches.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 public slots:
     void quit();
     void firstRefresh();
@@ -108,6 +111,9 @@ private:
         bool shows(const ZPK_App& app) const;
     };
 
+    /// Starts `work` when the question before it has left the screen. Until then nothing that the
+    /// user does counts: it was meant for a screen that is about to change.
+    void announce(void (zBaseGUI::*work)());
     ZListBox* addListPage(const QString& iconName, const QString& label);
     ViewFilter viewFilter();
     void appendApp(const ZPK_App& app);
@@ -115,6 +121,7 @@ private:
     void showEmptyNotice();
     int checkedCount() const;
     void showCheckedCount();
+    int rowOf(const ZPK_App& app);
     void updateRow(int row, const ZPK_App& app);
     void removeRow(int row);
     void checkAll(bool checked);

@@ -10,8 +10,6 @@
 #include "paths.h"
 #include "zBaseGUI.h"
 
-#include <QTimer>
-
 #include <cstdio>
 
 namespace {
@@ -21,7 +19,6 @@ constexpr int pathRow = 0;
 constexpr int parentRow = 1;
 constexpr int installEntry = 0;
 constexpr int showAllEntry = 1;
-constexpr int installDelay = 10; // ms; the question has left the screen by then
 constexpr int emptyIcon = 64;
 
 QString nameAt(const ZListBox* list, int row) {
@@ -112,7 +109,7 @@ void zBaseGUI::confirmInstall() {
                       hostPath(package), info))
         return;
     m_confirmedPackage = package;
-    QTimer::singleShot(installDelay, this, &zBaseGUI::cmd_InstallZPK);
+    announce(&zBaseGUI::cmd_InstallZPK);
     puts("DEBUG:: Install ZPK");
 }
 
