@@ -104,6 +104,7 @@ DATA = os.urandom(20000)
 good = {"7z": seven(CFG, ("Demo/data", DATA)), "zip": zipped(CFG, ("Demo/data", DATA)),
         "tar": tar(CFG, ("Demo/data", DATA))}
 makers = itertools.cycle([seven, zipped, tar])
+linkers = itertools.cycle([zipped, tar])
 
 # What is fine, so that a refusal of everything would be noticed.
 for form, data in good.items():
@@ -118,8 +119,8 @@ package("twin", tar(CFG, ("Demo/twin", "Demo/Demo.cfg", tarfile.LNKTYPE)), "inst
 for name in (f"{outside}/evil", "/evil", "../evil", "..", "Demo/..", "Demo/../../evil",
              "../../../../../../outside/file", "Demo/a/../../../x", "Demo/../Kept/Kept.cfg",
              "./../evil", "Demo/./.././../x", "//evil", "Demo//../../x"):
-    for make in (next(makers), next(makers)):
-        package(f"name-{make.__name__}", make(CFG, (name, b"evil")))
+    make = next(makers)
+    package(f"name-{make.__name__}", make(CFG, (name, b"evil")))
 
 # Links that leave it, or that something lies below.
 for name, target in (("l", outside), ("Demo/l", outside), ("Demo/l", "../Kept"), ("Kept", "Demo"),
@@ -127,8 +128,8 @@ for name, target in (("l", outside), ("Demo/l", outside), ("Demo/l", "../Kept"),
                      ("Demo/l", "a/../../Kept"),
                      ("Demo/l", ".."), ("Demo/l", "x" * 5000), ("Demo/./././l", "../../.."),
                      ("Demo///l", "../../Kept")):
-    for make in (zipped, tar):
-        package(f"link-{make.__name__}", make(CFG, (name, target.encode(), LINK)))
+    make = next(linkers)
+    package(f"link-{make.__name__}", make(CFG, (name, target.encode(), LINK)))
 package("link-7z", seven(("Demo/l", "../../outside", LINK), CFG))
 package("link-empty", zipped(CFG, ("Demo/l", b"", LINK)))
 for make in (seven, zipped, tar):
@@ -180,9 +181,9 @@ package("setuid", tar(CFG, ("Demo/run", b"x", 0o6777), ("Demo/closed/", b"", 0))
 
 # What is no whole archive.
 for form, data in good.items():
-    for size in (0, 6, 32, len(data) // 2, len(data) - 1):
+    for size in (0, 32, len(data) // 2):
         package(f"cut-{form}-{size}", data[:size], "tried", f"Demo|*{form}")
-    for place in (1, 12, 40, len(data) // 2, len(data) - 30):
+    for place in (1, len(data) // 2, len(data) - 30):
         flipped = bytearray(data)
         flipped[place] ^= 0x55
         package(f"flip-{form}-{place}", bytes(flipped), "tried", "Demo|*")
