@@ -4,6 +4,7 @@
 #include "support.h"
 
 #include <memory>
+#include <thread>
 
 #include <sqlite3.h>
 #include <sys/stat.h>
@@ -163,6 +164,21 @@ TEST(Database, WhatIsAddedAfterALockWentAwayIsStored) {
         close();
         EXPECT_EQ(ask(locker, "SELECT Name FROM AppReg"), "Game\n");
     }
+}
+
+TEST(Database, AMomentOfAnotherProgramIsWaitedFor) {
+    const Phone phone;
+    openNew(phone);
+    const Connection locker = connect(phone);
+    ask(locker, "BEGIN EXCLUSIVE");
+    std::thread other([&] {
+        sqlite3_sleep(200);
+        ask(locker, "ROLLBACK");
+    });
+    addAppRecord(game, "Game", "/g", 0);
+    other.join();
+    EXPECT_EQ(ask(locker, "SELECT Name FROM AppReg"), "Game\n");
+    close();
 }
 
 TEST(Database, EveryOperationDoesWhatItSaysAndPrintsIt) {

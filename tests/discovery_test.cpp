@@ -148,6 +148,27 @@ TEST(Discovery, AnIdentifierIsDrawnOnceAndKept) {
     EXPECT_EQ(rowCount(), 3);
 }
 
+TEST(Discovery, AnIdentifierThatNothingCanBeFoundByIsReplaced) {
+    for (const auto& [stored, kept] : Rows<const char*, const char*>{
+             {"NULL", nullptr},
+             {"''", nullptr},
+             {"'{8e10aded-f8ee'", nullptr},
+             {"'{8E10ADED-F8EE-1111-2222-333333333333}'", "{8e10aded-f8ee-1111-2222-333333333333}"},
+         }) {
+        const Phone phone;
+        openDatabase(phone);
+        makeApp(phone, onPhone + "Game", "Game");
+        const QByteArray row = "INSERT INTO AppReg VALUES(1, " + QByteArray(stored) +
+                               ", 'Game', '" + onPhone + "Game', 0, NULL)";
+        sqlite3_exec(AppDb, row.constData(), nullptr, nullptr, nullptr);
+        discovered();
+        const QUuid uuid = *AppMap.begin()->second->uuid;
+        EXPECT_TRUE(kept ? uuid.toByteArray() == kept : !uuid.isNull()) << stored;
+        outputOf([&] { EXPECT_TRUE(isUuidUsed(&uuid)); });
+        EXPECT_EQ(rowCount(), 1);
+    }
+}
+
 TEST(Discovery, WithoutADatabaseEverythingIsListed) {
     const Phone phone;
     makeApp(phone, onPhone + "A", "A");

@@ -30,6 +30,24 @@ QUuid drawUnusedUuid() {
     return uuid;
 }
 
+/// What the database has for `path`: another program may have been there a moment earlier. It is
+/// `drawn` where nothing could be stored.
+QUuid storedUuid(const QString& path, const QUuid& drawn) {
+    QString text;
+    const QUuid stored = findUuidByPath(path, text) ? QUuid::fromString(text) : QUuid();
+    return stored.isNull() ? drawn : stored;
+}
+
+/// The identifier that `text`, stored for `path`, stands for. Where it stands for none, a new one
+/// is drawn; from then on the row has the form by which it is looked for.
+QUuid usableUuid(const QString& path, const QString& text) {
+    const QUuid stored = QUuid::fromString(text);
+    const QUuid uuid = stored.isNull() ? drawUnusedUuid() : stored;
+    if (uuid.toString() != text)
+        replaceUuid(path, text, uuid);
+    return uuid;
+}
+
 bool isFolder(const dirent* entry) {
     if (entry->d_type != DT_UNKNOWN)
         return entry->d_type == DT_DIR;
@@ -89,12 +107,13 @@ void ensureAppInDb(ZPK_App& app) {
         findUuidByPath(app.path, text);
         printf("DEBUG:: Application '%s' is already in DB.\n\tApp UUID is %s\n", name.constData(),
                text.toLatin1().constData());
-        app.uuid = std::make_unique<QUuid>(QUuid::fromString(text));
+        app.uuid = std::make_unique<QUuid>(usableUuid(app.path, text));
     } else {
-        app.uuid = std::make_unique<QUuid>(drawUnusedUuid());
+        const QUuid uuid = drawUnusedUuid();
         printf("DEBUG:: Adding APP to AppDB ('%s')\n\tApp UUID is %s\n", name.constData(),
-               app.uuid->toByteArray().constData());
-        addAppRecord(*app.uuid, app.name, app.path, app.location);
+               uuid.toByteArray().constData());
+        addAppRecord(uuid, app.name, app.path, app.location);
+        app.uuid = std::make_unique<QUuid>(storedUuid(app.path, uuid));
     }
     app.registeredInMenu = isAppInMenu(app.path, nullptr);
 }

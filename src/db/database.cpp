@@ -13,6 +13,20 @@
 
 namespace {
 
+/// The database was still busy when the last statement gave up. Nothing waits again before one got
+/// through: a discovery has hundreds of statements.
+bool isHeldForLong = false;
+
+/// Another program writes for a moment only; some wait for it.
+int waitForOthers(void*, int tries) {
+    constexpr int pause = 20; // ms
+    constexpr int longestWait = 5000;
+    isHeldForLong = isHeldForLong || tries * pause >= longestWait;
+    if (!isHeldForLong)
+        sqlite3_sleep(pause);
+    return isHeldForLong ? 0 : 1;
+}
+
 /// A prepared statement for one use; finalized at the end of its scope. Where preparing failed it
 /// is not valid and every call does nothing.
 class Statement {
@@ -41,7 +55,11 @@ public:
         return *this;
     }
 
-    int step() { return sqlite3_step(m_statement); }
+    int step() {
+        const int result = sqlite3_step(m_statement);
+        isHeldForLong = isHeldForLong && result == SQLITE_BUSY;
+        return result;
+    }
 
     int number(int column) { return sqlite3_column_int(m_statement, column); }
 
@@ -125,6 +143,8 @@ bool openAppDb() {
         AppDb = nullptr;
         return false;
     }
+    isHeldForLong = false;
+    sqlite3_busy_handler(AppDb, waitForOthers, nullptr);
     if (isEmptyDatabase())
         createTables();
     sqlite3_exec(AppDb, Sql::indexes, nullptr, nullptr, nullptr);
@@ -185,6 +205,12 @@ bool findUuidByPath(const QString& path, QString& text) {
         return false;
     text = QString::fromLatin1(statement.text(0));
     return true;
+}
+
+void replaceUuid(const QString& path, const QString& old, const QUuid& uuid) {
+    Statement statement(Sql::replaceUuid);
+    if (statement.isValid())
+        statement.bind(uuidText(&uuid)).bind(toBytes(path)).bind(old.toLatin1()).step();
 }
 
 bool addAppToMenu(const QString& path, const QUuid* uuid) {

@@ -35,6 +35,10 @@ bool isUuidUsed(const QUuid* uuid);
 /// The stored text of the UUID of the application at `path`; false when there is none.
 bool findUuidByPath(const QString& path, QString& text);
 
+/// Gives the row of `path` that has the text `old` in the place of an identifier, which may be none
+/// at all, the identifier `uuid`.
+void replaceUuid(const QString& path, const QString& old, const QUuid& uuid);
+
 /// The next four report SQLite's "done" as false, so their result tells nothing about success:
 /// callers go on in either case.
 bool addAppToMenu(const QString& path, const QUuid* uuid);

@@ -30,6 +30,9 @@ constexpr const char* addToMenu =
 constexpr const char* removeFromMenu =
     "DELETE FROM App_Menu WHERE app_id IN ( SELECT id from AppReg WHERE UUID = ? ) ;";
 constexpr const char* findUuid = "SELECT UUID FROM AppReg WHERE PathName = ? ;";
+// What stands there is no identifier, or not in the form that is looked for.
+constexpr const char* replaceUuid =
+    "UPDATE AppReg SET UUID = ? WHERE PathName = ? AND ifnull(UUID, '') = ?;";
 constexpr const char* updateApp =
     "UPDATE AppReg SET Name = ?, PathName = ?, Location = ? WHERE UUID = ?;";
 constexpr const char* deleteApp = "DELETE FROM AppReg WHERE UUID = ?;";
