@@ -114,6 +114,26 @@ TEST_F(Files, MovedWhereAnotherWasDeletedByHandKeepsItsOwnIdentity) {
     expectAgreement();
 }
 
+TEST_F(Files, NothingIsDoneToAnApplicationWhoseCardIsOut) {
+    addGame(1, "Game");
+    openFilled();
+    registerAppInMenu(*appIn("Game"));
+    const QByteArray card = phone.host("/mmc/mmca1");
+    fs::rename(card.toStdString(), phone.host("/pulled").toStdString());
+    const Snapshot before = snapshot(phone.host());
+    const auto missing = errorNotice("/mmc/mmca1/quiver/Game: ");
+    choose("Game", {Delete},
+           {yes(tr("POP_CONFIRM_DELETE_TEXT") + "\nGame"), pleaseWait(), missing});
+    choose("Game", {Register}, {yes(tr("POP_CONFIRM_UNREGISTER_APP_MENU") + "\nGame"), missing});
+    choose("Game", {SaveAs, 1}, {pleaseWait(), missing});
+    EXPECT_EQ(snapshot(phone.host()), before);
+    EXPECT_EQ(names(apps()), QStringList("Game"));
+    fs::rename(phone.host("/pulled").toStdString(), card.toStdString());
+    window->refreshList(true);
+    EXPECT_TRUE(appIn("Game")->registeredInMenu);
+    expectAgreement();
+}
+
 TEST_F(Files, WhatIsRefusedOrDeclinedChangesNothing) {
     addGame(0, "Game");
     addGame(1, "It's");

@@ -79,6 +79,13 @@ void writeDescriptorName(const ZPK_App& app) {
 
 } // namespace
 
+bool refuseWithoutFolder(const ZPK_App& app) {
+    if (exists(hostPath(app.path)))
+        return false;
+    showError(app.path + ": " + QString::fromLocal8Bit(strerror(errno)));
+    return true;
+}
+
 bool moveApp(ZPK_App& app, bool quietOnSuccess) {
     const int target = app.location == memoryCard ? phoneMemory : memoryCard;
     const QString path = appsFolder(target) + '/' + folderName(app);
@@ -106,8 +113,8 @@ void saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
     const QString older = target + '/' + name + ".zpk";
     // Without its folder the archiver would leave an empty package, or pack what has the same name
     // in the working directory.
-    if (!exists(hostPath(app.path)))
-        return showError(app.path + ": " + QString::fromLocal8Bit(strerror(errno)));
+    if (folder.isEmpty() || refuseWithoutFolder(app))
+        return;
     if (fitsInQuotes(older))
         runSystem(QString("rm -f '%1'").arg(older));
     const WorkGoal goal(WorkGoal::Reads, contentsOf(hostPath(app.path)).bytes);
@@ -115,6 +122,8 @@ void saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
 }
 
 bool deleteApp(ZPK_App& app, bool quietOnSuccess) {
+    if (refuseWithoutFolder(app))
+        return false;
     const QString path = hostPath(app.path);
     const bool done = runPathCommand(path, QString("rm -rf '%1'").arg(path), quietOnSuccess);
     if (!done || exists(path)) {
@@ -132,6 +141,8 @@ bool deleteApp(ZPK_App& app, bool quietOnSuccess) {
 }
 
 void renameApp(ZPK_App& app, const QString& name) {
+    if (refuseWithoutFolder(app))
+        return;
     app.name = name;
     writeDescriptorName(app);
     updateAppRecord(app.uuid.get(), app.name, app.path, app.location);

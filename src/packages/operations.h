@@ -7,6 +7,10 @@ struct ZPK_App;
 /// What can be done to an installed application. Each shows its failure itself; with
 /// `quietOnSuccess` it shows nothing else.
 
+/// Says so and is true where the folder of `app` is not there: the card was pulled, or somebody
+/// else deleted it. Then nothing may change that counts on the folder.
+bool refuseWithoutFolder(const ZPK_App& app);
+
 /// Moves `app` to the other storage location, and brings its record, the database and the phone's
 /// menu in line. False, with nothing changed, where that fails or the target folder exists already.
 bool moveApp(ZPK_App& app, bool quietOnSuccess);

@@ -87,7 +87,7 @@ void zBaseGUI::mainOptM_RegisterAppMenu() {
     const bool isRegistered = app->registeredInMenu;
     app = confirmed(
         isRegistered ? "POP_CONFIRM_UNREGISTER_APP_MENU" : "POP_CONFIRM_REGISTER_APP_MENU", *app);
-    if (!app)
+    if (!app || refuseWithoutFolder(*app))
         return;
     isRegistered ? unregisterAppFromMenu(*app) : registerAppInMenu(*app);
     showNotice(::tr("POP_OK_TITLE"), ::tr("POP_OK_TEXT"));
@@ -149,6 +149,7 @@ void zBaseGUI::cmd_Move(ZPK_App* app, int row) {
     }
     if (!m_multiSelect)
         m_pleaseWait->hide();
+    followBrowsedFolder();
 }
 
 void zBaseGUI::cmd_Delete(ZPK_App* app) {
@@ -159,12 +160,14 @@ void zBaseGUI::cmd_Delete(ZPK_App* app) {
     deleteApp(*app, m_multiSelect);
     if (!m_multiSelect)
         m_pleaseWait->hide();
+    followBrowsedFolder();
 }
 
 void zBaseGUI::cmd_SaveAs(ZPK_App* app, SAVE_LOCATION where) {
     if (!app || (where == SAVE_SD && !SdPresent))
         return;
     printf("DEBUG::  Save Location : %d \n", where);
+    followBrowsedFolder();
     const QString folders[] = {Path::phonePackages, Path::cardPackages, browserFolder()};
     const FolderGuard guard;
     showWhileWorking(*m_pleaseWait, app->name);

@@ -126,6 +126,8 @@ private:
     void removeRow(int row);
     void checkAll(bool checked);
     bool isMovedAppShown();
+    /// Lists again where the folder on the screen was deleted or moved.
+    void followBrowsedFolder();
     QString browserFolder() const;
     void appendEntry(const FolderEntry& entry);
     void confirmInstall();

@@ -26,11 +26,24 @@ QString nameAt(const ZListBox* list, int row) {
     return item ? item->subItemText(textColumn) : QString();
 }
 
+/// The nearest folder above `folder` that is still there; at the latest the phone's files.
+void enterNearest(QString folder) {
+    while (folder.lastIndexOf('/') > 0) {
+        folder.truncate(folder.lastIndexOf('/'));
+        if (enterFolder(folder))
+            return;
+    }
+    enterFolder(Path::phoneFiles);
+}
+
 } // namespace
 
 void zBaseGUI::loadFolder(const QString& path) {
     setBusy(true);
-    if (!path.isEmpty())
+    const bool isGone = currentFolder().isEmpty();
+    if (isGone)
+        enterNearest(browserFolder());
+    if (!path.isEmpty() && !(isGone && path == u".."))
         enterFolder(path);
     m_packageList->clear();
     setMainWidgetTitle(::tr("TXT_LOADING"));
@@ -57,6 +70,11 @@ void zBaseGUI::loadFolder(const QString& path) {
     setMainWidgetTitle("Quiver");
     m_packageList->setCurrentItem(parentRow);
     markPackagesAgain();
+}
+
+void zBaseGUI::followBrowsedFolder() {
+    if (currentFolder() != browserFolder())
+        loadFolder(QString());
 }
 
 QString zBaseGUI::browserFolder() const {
