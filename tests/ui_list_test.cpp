@@ -117,34 +117,75 @@ TEST_F(UiList, RowsTellNamePlaceAuthorAndMenu) {
 
 TEST_F(UiList, IconsThatCannotBeShownDoNoHarm) {
     const QString fallback = "yes_no_pop.bmp";
-    const QList<std::pair<QByteArray, QString>> expected = {
-        {"broken.png", "none"}, {"empty", fallback},        {"fifo.png", "none"},
-        {"folder", fallback},   {"huge.png", "none"},       {"missing.png", fallback},
-        {"own.png", "#ff0000"}, {"sub/own.png", "#ff0000"}, {"zero.png", "none"},
+    const QByteArray bomb(300'000, ' ');
+    const auto svg = [](const QByteArray& content, const QByteArray& before = {}) {
+        return before + "<svg xmlns='http://www.w3.org/2000/svg' width='20' height='20'>" +
+               "<rect width='20' height='20' fill='red'/>" + content + "</svg>";
     };
-    for (int i = 0; i < expected.size(); ++i) {
-        const QByteArray folder = 'A' + QByteArray::number(i);
-        const QByteArray icon = expected.at(i).first;
-        addApp(0, folder, "", icon == "empty" ? "" : icon);
+    const auto repeated = [](const QByteArray& text, int count) { return text.repeated(count); };
+    const QByteArray drawn =
+        "<metadata id='m'><rdf:RDF><cc:Work rdf:about=''/></rdf:RDF></metadata>"
+        "<defs><linearGradient id='a'/><linearGradient id='b' x:href='#a'/>"
+        "</defs><g style='fill:url(#b);stroke:none;marker:none' x:label='L'/>";
+    const QByteArray doctype = "<?xml version='1.0'?><!DOCTYPE svg PUBLIC '-//W3C//DTD SVG 1.1//EN'"
+                               " 'http://www.w3.org/Graphics/SVG/1.1/DTD/svg11.dtd'>";
+    const QList<std::tuple<QByteArray, QByteArray, QString>> icons = {
+        {"own.png", "", "#ff0000"},
+        {"sub/own.png", "", "#ff0000"},
+        {"drawn.svg", svg(drawn, doctype), "#ff0000"},
+        {"", "", fallback},
+        {"folder", "", fallback},
+        {"missing.png", "", fallback},
+        {"fifo.png", "", fallback},
+        {"zero.png", "", fallback},
+        {"huge.png", "", fallback},
+        {"broken.png", "\x89PNG\r\n\x1a\n and then nothing of use", fallback},
+        {"packed.svg",
+         QByteArray::fromBase64(
+             "H4sIAAAAAAACA7MpLktXqMjNySu2Vc8oKSmw0tcvLy/XKzfWyy9K1zcyMDDQB6pQVyjPTCnJsFW3VFfISM1MzygBMe1silKTS7BK6dvZgPTZAQAweXKDXwAAAA=="),
+         fallback},
+        {"sheet.svg", svg("", "<?xml-stylesheet href='/dev/zero'?>"), fallback},
+        {"entity.svg", svg("&e;", "<!DOCTYPE svg [<!ENTITY e 'x'>]>"), fallback},
+        {"image.svg", svg("<image href='fifo.png' width='9' height='9'/>"), fallback},
+        {"prefix.svg", svg("<a:image a:href='fifo.png' width='9' height='9'/>"), fallback},
+        {"link.svg", svg("<linearGradient xlink:href='other.svg#g'/>"), fallback},
+        {"paint.svg", svg("<rect fill='url(fifo.png)'/>"), fallback},
+        {"area.svg", svg("<textArea width='1e9' height='1e9'>text</textArea>"), fallback},
+        {"use.svg", svg("<g id='g'/><use xlink:href='#g'/>"), fallback},
+        {"filter.svg", svg("<rect style='filter:url(#f)'/>"), fallback},
+        {"dash.svg", svg("<path d='M0 0H9' stroke-dasharray='1e-9'/>"), fallback},
+        {"hidden.svg", svg("<path style='stroke-dash\\61rray:1'/>"), fallback},
+        {"deep.svg", svg(repeated("<g>", 40) + repeated("</g>", 40)), fallback},
+        {"many.svg", svg(repeated("<g/>", 2000)), fallback},
+        {"path.svg", svg("<path d='M0 0" + repeated("L9 9", 5000) + "'/>"), fallback},
+        {"long.svg", svg(bomb), fallback},
+        {"wide.svg", svg("").replace("width='20'", "width='1e9'"), fallback},
+    };
+    for (int i = 0; i < icons.size(); ++i) {
+        const auto& [icon, content, shown] = icons.at(i);
+        const QByteArray folder = 'A' + QByteArray::number(i).rightJustified(2, '0');
+        addApp(0, folder, "", icon);
         const QByteArray path = phone.host(phoneApps + folder + '/');
-        writeFile(path + "broken.png", "\x89PNG\r\n\x1a\n and then nothing of use");
+        if (!content.isEmpty())
+            writeFile(path + icon, content);
         writeFile(path + "zero.png", "");
         mkfifo(path + "fifo.png", 0644);
         std::filesystem::create_directories((path + "folder").toStdString());
         std::filesystem::create_directories((path + "sub").toStdString());
         writePicture(path + "own.png", QSize(20, 10), Qt::red);
         writePicture(path + "sub/own.png", QSize(64, 64), Qt::red);
-        writePicture(path + "huge.png", QSize(4097, 1), Qt::red);
+        if (icon == "huge.png")
+            writePicture(path + icon, QSize(2049, 1), Qt::red);
     }
     openFilled();
-    ASSERT_EQ(apps().count(), expected.size());
-    for (int i = 0; i < expected.size(); ++i)
-        EXPECT_EQ(iconOf(i), expected.at(i).second) << expected.at(i).first.constData();
-    EXPECT_EQ(apps().item(6)->pixmap(0, 32).deviceIndependentSize(), QSizeF(32, 16));
+    ASSERT_EQ(apps().count(), icons.size());
+    for (int i = 0; i < icons.size(); ++i)
+        EXPECT_EQ(iconOf(i), std::get<2>(icons.at(i))) << std::get<0>(icons.at(i)).constData();
+    EXPECT_EQ(apps().item(0)->pixmap(0, 32).deviceIndependentSize(), QSizeF(32, 16));
     ZScreen::instance().grab();
-    hold(Key_Down, 20);
+    hold(Key_Down, 30);
     ZScreen::instance().grab();
-    EXPECT_EQ(apps().currentItem(), expected.size() - 1);
+    EXPECT_EQ(apps().currentItem(), icons.size() - 1);
 }
 
 TEST_F(UiList, FiltersHideRowsAndLookupsFollow) {

@@ -22,8 +22,9 @@ void ZListBoxItem::setPixmap(int index, const QPixmap& icon) {
     emitDataChanged();
 }
 
-void ZListBoxItem::setPixmapFile(int index, const QString& path) {
+void ZListBoxItem::setPixmapFile(int index, const QString& path, const QPixmap& otherwise) {
     column(index).iconFile = path;
+    column(index).icon = otherwise;
     emitDataChanged();
 }
 
@@ -32,7 +33,8 @@ QPixmap ZListBoxItem::pixmap(int index, int size) const {
         return QPixmap();
     Column& column = m_columns[index];
     if (!column.iconFile.isEmpty()) {
-        column.icon = loadPicture(column.iconFile, size);
+        if (const QPixmap picture = loadPicture(column.iconFile, size); !picture.isNull())
+            column.icon = picture;
         column.iconFile.clear();
     }
     return column.icon;

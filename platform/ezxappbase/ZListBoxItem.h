@@ -16,8 +16,9 @@ public:
 
     void setPixmap(int column, const QPixmap& icon);
 
-    /// The icon is read from the file at `path` (of the machine) when the row is first painted.
-    void setPixmapFile(int column, const QString& path);
+    /// The icon is read from the file at `path` (of the machine) when the row is first painted;
+    /// `otherwise` is shown where no picture can be read from it.
+    void setPixmapFile(int column, const QString& path, const QPixmap& otherwise);
 
     /// The icon of `column`, `size` pixels square; it may be empty.
     QPixmap pixmap(int column, int size) const;

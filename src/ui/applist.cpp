@@ -75,10 +75,11 @@ bool zBaseGUI::refreshList(bool showProgress) {
 void zBaseGUI::appendApp(const ZPK_App& app) {
     auto* item = new ZListBoxItem(m_appList);
     const QString icon = hostPath(app.path + '/' + app.icon);
+    const QPixmap otherwise = m_icons.getIcon("yes_no_pop.bmp");
     if (isFile(icon))
-        item->setPixmapFile(m_appList->iconColumn(), icon);
+        item->setPixmapFile(m_appList->iconColumn(), icon, otherwise);
     else
-        item->setPixmap(m_appList->iconColumn(), m_icons.getIcon("yes_no_pop.bmp"));
+        item->setPixmap(m_appList->iconColumn(), otherwise);
 
     const QPixmap menuIcon =
         app.registeredInMenu ? m_icons.getIcon("cli_ptt_favorite_small.bmp", Measure::markerIcon)
