@@ -71,7 +71,15 @@ sh: 1: $archiver: not found"
     rm -r root/tmp
     touch root/tmp
     archived 2 Error 'exit 0' ' root/tmp '
-    rm root/tmp
+    rm root/tmp a.zpk
+
+    mkfifo a.zpk
+    remember
+    start 0 "$quiver" x a.zpk
+    has err 'This is not a regular file.'
+    [[ $(acted) != *'Install ZPK ('* ]] || complain "asked about a pipe: $(acted)"
+    only_changed ''
+    rm a.zpk
 }
 
 # database COMMANDS [CHANGES]: with the database as the commands leave it, `database_lines` come at

@@ -2,6 +2,7 @@
 
 #include "Bytes.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QProcess>
 
@@ -19,6 +20,19 @@ struct Output {
     bool isSuccess; ///< it ended by itself, with status 0
 };
 
+/// Waits until the archiver prints or ends, so long as there is time and the program is not about
+/// to end, which waits for its readers.
+bool waitForOutput(QProcess& process, const QElapsedTimer& waited) {
+    constexpr int step = 50; // ms
+    while (waited.elapsed() < longestWait && !QCoreApplication::closingDown()) {
+        if (process.waitForReadyRead(step))
+            return true;
+        if (process.state() == QProcess::NotRunning)
+            return false;
+    }
+    return false;
+}
+
 /// What the archiver prints, little more than `limit` bytes of it.
 Output outputOf(const QString& archiver, const QStringList& arguments, qint64 limit) {
     QProcess process;
@@ -28,14 +42,12 @@ Output outputOf(const QString& archiver, const QStringList& arguments, qint64 li
     QElapsedTimer waited;
     waited.start();
     QByteArray output;
-    while (process.waitForReadyRead(int(qMax<qint64>(0, longestWait - waited.elapsed())))) {
+    while (waitForOutput(process, waited)) {
         output += process.readAll();
         if (output.size() > limit)
             break;
     }
-    const int rest = int(qMax<qint64>(0, longestWait - waited.elapsed()));
-    const bool isWhole = output.size() <= limit &&
-                         (process.waitForFinished(rest) || process.state() == QProcess::NotRunning);
+    const bool isWhole = output.size() <= limit && process.state() == QProcess::NotRunning;
     if (!isWhole) {
         process.kill();
         process.waitForFinished();

@@ -20,6 +20,8 @@
 
 #include <cstdio>
 
+#include <sys/stat.h>
+
 namespace {
 
 const QString packageIcon = "Mpkgbox_Small.g";
@@ -111,6 +113,16 @@ bool isRefused(const std::optional<PackageInfo>& info, const QString& folder = Q
     return true;
 }
 
+/// Also says so. The archiver would wait for ever at a pipe. A file that is not there is its own
+/// matter.
+bool isNoFile(const QString& path) {
+    struct stat info = {};
+    if (stat(toBytes(path).constData(), &info) != 0 || S_ISREG(info.st_mode))
+        return false;
+    showError(tr("POP_ERROR_NO_FILE_TEXT"));
+    return true;
+}
+
 bool confirm(const char* titleKey, const char* textKey, const QString& path) {
     return askToInstall(tr(titleKey), tr(textKey) + ' ' + fileName(path), path, packageInfo(path));
 }
@@ -146,7 +158,7 @@ std::optional<QString> askPlace(const char* titleKey, const char* textKey,
 
 bool askToInstall(const QString& title, const QString& text, const QString& path,
                   const std::optional<PackageInfo>& info) {
-    if (isRefused(info))
+    if (isNoFile(path) || isRefused(info))
         return false;
     return info ? askAbout(title, text, detailsOf(path, *info), packageIcon)
                 : askYesNo(title, text, packageIcon);
@@ -154,7 +166,7 @@ bool askToInstall(const QString& title, const QString& text, const QString& path
 
 bool installZpk(const QString& path, ZPopup& pleaseWait, bool quietOnSuccess) {
     const std::optional<PackageInfo> info = packageInfo(path);
-    if (isRefused(info))
+    if (isNoFile(path) || isRefused(info))
         return false;
     const std::optional<QString> folder =
         askPlace("POP_INSTALL_ZPK_TITLE", "POP_INSTALL_ZPK_LOCATION_TEXT", appPlaces(), info);

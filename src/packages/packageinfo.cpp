@@ -2,6 +2,7 @@
 
 #include "Bytes.h"
 #include "PhoneRoot.h"
+#include "RegularFile.h"
 #include "Waiting.h"
 #include "archive.h"
 #include "descriptor.h"
@@ -96,6 +97,10 @@ bool leadsThroughLink(QString path, const QString& folder) {
 } // namespace
 
 std::optional<PackageInfo> readPackage(const QString& archiver, const QString& path) {
+    if (const int descriptor = openRegularFile(path); descriptor >= 0)
+        close(descriptor);
+    else
+        return std::nullopt;
     const std::optional<ArchiveListing> listing = listArchive(archiver, path);
     if (!listing)
         return std::nullopt;
