@@ -27,15 +27,16 @@ acted() {
     sed '1,/^DEBUG:: Checking Parameters$/d' out
 }
 
-# archived STATUS MESSAGE [SCRIPT]: what the user is told, and the archiver's status, when the
-# archiver is that script.
+# archived STATUS MESSAGE [SCRIPT]: what the user is told, and the archiver's status (none where it
+# is not run), when the archiver is that script.
 archived() {
     rm -f app/7z
     # It cannot list the package, which is asked for before.
     [[ $# -lt 3 ]] || printf '#!/bin/sh\n[ $1 = x ] || exit\n%s\n' "$3" | install -m 755 /dev/stdin app/7z
     start 0 "$quiver" x a.zpk
     said="${3-no archiver}"
-    grep -aqxE "DEBUG:: Command executed returned ($1)" out || complain "status of: $said $(acted)"
+    [[ $(sed -n 's/^DEBUG:: Command executed returned //p' out) =~ ^($1)$ ]] ||
+        complain "status of: $said $(acted)"
     has err "$2"
     [[ ! -f $log ]] || complain "the log of: $said"
     only_changed "${4-}"
@@ -61,7 +62,8 @@ sh: 1: $archiver: not found"
     archived 9 $'Error\nread' 'cat; read -r x || echo read; exit 9'
     archived 5 Error "rm $log; exit 5"
     archived 6 Error "rm $log; mkdir -p $log/x; exit 6" quiver_exec.log
-    archived 2 Error 'exit 0' quiver_exec.log
+    unlogged="$work/$log cannot be written. Nothing was done."
+    archived '' "$unlogged" 'exit 0' quiver_exec.log
     rm -r $log
     printf '#!/bin/sh\n' >app/7z
     archived 127 Error
@@ -70,7 +72,7 @@ sh: 1: $archiver: not found"
     archived 0 Success 'exit 0'
     rm -r root/tmp
     touch root/tmp
-    archived 2 Error 'exit 0' ' root/tmp '
+    archived '' "$unlogged" 'exit 0' ' root/tmp '
     rm root/tmp a.zpk
 
     mkfifo a.zpk

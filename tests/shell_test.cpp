@@ -4,8 +4,6 @@
 #include "ZPopup.h"
 #include "support.h"
 
-#include <filesystem>
-
 #include <unistd.h>
 
 namespace {
@@ -82,26 +80,48 @@ TEST(Shell, OutputComesInTheOrderInWhichItWasMade) {
 TEST(Shell, AnErrorWithoutAReadableLogHasAnEmptyText) {
     const Phone phone;
     const QByteArray log = phone.host(logFile);
-    for (const auto& [prepare, command, message] : Rows<QByteArray, QString, QByteArray>{
-             {"true", "false", ""},
-             {"true", "sh -c 'truncate -s 1T " + log + "; exit 1'",
+    for (const auto& [command, message] : Rows<QString, QByteArray>{
+             {"false", ""},
+             {"sh -c 'truncate -s 1T " + log + "; exit 1'",
               "DEBUG:: Error while allocating memory for log file\n"},
-             {"mkdir " + log, "touch " + phone.host("/done"), ""},
-             {"rm -r " + phone.host("/tmp"), "touch " + phone.host("/done"), ""},
+             {"sh -c 'rm " + log + "; echo foreign > " + log + "; exit 1'", ""},
          }) {
-        EXPECT_EQ(runSystem(prepare), 0);
         QStringList shown;
         Dialogs dialogs({[&](ZPopup& popup) {
             truncate(log.constData(), 0); // a large log need not be echoed
             reading(shown)(popup);
         }});
-        testing::internal::CaptureStderr();
         QString changed = command;
         const QByteArray output = outputOf([&] { EXPECT_FALSE(runShellCommand(changed, true)); });
-        testing::internal::GetCapturedStderr();
         EXPECT_EQ(shown, (QStringList{"POP_ERROR_TITLE", ""})) << qPrintable(command);
         EXPECT_TRUE(output.endsWith(message)) << qPrintable(command);
-        EXPECT_FALSE(exists(phone.host("/done")));
+    }
+}
+
+TEST(Shell, WhatLiesInTheLogsPlaceIsNeitherUsedNorHarmed) {
+    for (const auto& [prepare, runs] : Rows<QByteArray, bool>{
+             {"mkfifo LOG", true},
+             {"echo kept > LOG.other; ln -s LOG.other LOG", true},
+             {"echo kept > LOG.other; ln LOG.other LOG", true},
+             {"mkdir LOG", true},
+             {"mkdir -p LOG/full", false},
+             {"rm -r ${LOG%/*}", false},
+         }) {
+        const Phone phone;
+        const QByteArray log = phone.host(logFile);
+        EXPECT_EQ(runSystem("LOG=" + log + "; " + QByteArray(prepare).replace(" LOG", " $LOG")), 0);
+        QStringList shown;
+        Dialogs dialogs(runs ? QList<Dialogs::Step>() : QList{reading(shown)});
+        QString command = "echo own; touch " + phone.host("/done");
+        const QByteArray output =
+            outputOf([&] { EXPECT_EQ(runShellCommand(command, true), runs); });
+        EXPECT_EQ(exists(phone.host("/done")), runs) << prepare.constData();
+        EXPECT_EQ(output.isEmpty(), !runs) << prepare.constData();
+        EXPECT_EQ(shown,
+                  runs ? QStringList() : QStringList({"POP_ERROR_TITLE", "POP_ERROR_LOG_TEXT"}));
+        if (exists(log + ".other")) {
+            EXPECT_EQ(readFile(log + ".other"), "kept\n") << prepare.constData();
+        }
     }
 }
 

@@ -12,6 +12,7 @@
 #include <memory>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -41,24 +42,39 @@ private:
     int m_saved;
 };
 
-/// Far more than a command prints; a folder in the log's place seems to be larger.
+/// Far more than a command prints.
 constexpr long longestLog = 64 * 1024 * 1024;
 
-/// The command log as text; empty where it cannot be read.
-QString readLog() {
-    const std::unique_ptr<FILE, int (*)(FILE*)> log(
-        fopen(toBytes(hostPath(Path::commandLog)).constData(), "r"), fclose);
-    if (!log)
-        return QString();
-    fseek(log.get(), 0, SEEK_END);
-    const long length = qMax(ftell(log.get()), 0L);
-    rewind(log.get());
+using File = std::unique_ptr<FILE, int (*)(FILE*)>;
+
+/// The log of the next command, made anew. Its folder is open to all, so what lies at `path` may be
+/// anyone's: a pipe that would hold the command up, a link to what it would overwrite.
+File makeLog(const QByteArray& path) {
+    remove(path.constData());
+    const int flags = O_RDONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+    const int descriptor = open(path.constData(), flags, 0600);
+    return File(descriptor < 0 ? nullptr : fdopen(descriptor, "r"), fclose);
+}
+
+/// False where the command, or someone else, has put another file in the log's place.
+bool isStillAt(FILE* log, const QByteArray& path) {
+    struct stat made = {};
+    struct stat found = {};
+    return fstat(fileno(log), &made) == 0 && lstat(path.constData(), &found) == 0 &&
+           made.st_dev == found.st_dev && made.st_ino == found.st_ino;
+}
+
+/// The log as text; empty where it cannot be read.
+QString readLog(FILE* log) {
+    fseek(log, 0, SEEK_END);
+    const long length = qMax(ftell(log), 0L);
+    rewind(log);
     if (length > longestLog) {
         puts("DEBUG:: Error while allocating memory for log file");
         return QString();
     }
     QByteArray bytes(length, '\0');
-    if (fread(bytes.data(), 1, bytes.size(), log.get()) == size_t(length))
+    if (fread(bytes.data(), 1, bytes.size(), log) == size_t(length))
         return fromBytes(bytes);
     puts("DEBUG:: Error while reading log file");
     return QString();
@@ -82,9 +98,15 @@ int runSystem(const QString& command) {
 bool runShellCommand(QString& command, bool quietOnSuccess) {
     if (command.isEmpty())
         return false;
-    const QString log = hostPath(Path::commandLog);
-    printf("DEBUG:: Exec command ( %s )\n", toBytes(command).constData());
-    command += " > " + log + " 2>&1";
+    const QString path = hostPath(Path::commandLog);
+    const QByteArray plainCommand = toBytes(command);
+    command += " > " + path + " 2>&1";
+    const File log = makeLog(toBytes(path));
+    if (!log) {
+        showError(tr("POP_ERROR_LOG_TEXT").replace("%1", path));
+        return false;
+    }
+    printf("DEBUG:: Exec command ( %s )\n", plainCommand.constData());
     const int status = runSystem(command) >> 8;
     printf("DEBUG:: Command executed returned %d\n", status);
     const bool success = isSuccess(status);
@@ -93,9 +115,11 @@ bool runShellCommand(QString& command, bool quietOnSuccess) {
     if (success)
         showNotice(tr("POP_OK_TITLE"), tr("POP_OK_TEXT"));
     else
-        showError(readLog());
-    runSystem("cat " + log);
-    remove(toBytes(log).constData());
+        showError(readLog(log.get()));
+    if (isStillAt(log.get(), toBytes(path))) {
+        runSystem("cat " + path);
+        remove(toBytes(path).constData());
+    }
     return success;
 }
 
