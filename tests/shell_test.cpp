@@ -4,6 +4,8 @@
 #include "ZPopup.h"
 #include "support.h"
 
+#include <csignal>
+
 #include <unistd.h>
 
 namespace {
@@ -123,6 +125,13 @@ TEST(Shell, WhatLiesInTheLogsPlaceIsNeitherUsedNorHarmed) {
             EXPECT_EQ(readFile(log + ".other"), "kept\n") << prepare.constData();
         }
     }
+}
+
+TEST(Shell, CommandsEndWhereNobodyReadsThem) {
+    const Phone phone;
+    signal(SIGPIPE, SIG_IGN);
+    EXPECT_EQ(runSystem("sh -c 'kill -PIPE $$; exit 0'"), (128 + SIGPIPE) << 8);
+    EXPECT_EQ(raise(SIGPIPE), 0); // and the program does not
 }
 
 TEST(Shell, TenMegabytesOfOutputAreShownInPart) {

@@ -7,6 +7,7 @@
 #include "language.h"
 #include "paths.h"
 #include "settings.h"
+#include "shell.h"
 #include "storage.h"
 #include "zBaseGUI.h"
 
@@ -47,6 +48,7 @@ void loadSettings() {
 } // namespace
 
 int main(int argc, char** argv) {
+    outliveReaders();
     if (!checkPhoneRoot())
         return 1;
     splitProgramPath(fromBytes(argv[0]));

@@ -7,6 +7,7 @@
 #include "language.h"
 #include "paths.h"
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -88,7 +89,13 @@ bool isSuccess(int status) {
 
 } // namespace
 
+void outliveReaders() {
+    // A signal that is ignored is ignored by the commands, too; one that is handled is not.
+    signal(SIGPIPE, [](int) {});
+}
+
 int runSystem(const QString& command) {
+    outliveReaders(); // Qt ignores the signal from its first process on
     fflush(stdout);
     const EmptyInput noInput;
     const QByteArray line = toBytes(command);

@@ -2,6 +2,10 @@
 
 #include <QString>
 
+/// From now on the program goes on when nobody reads its output any more; the commands that it runs
+/// still end then, as any command does.
+void outliveReaders();
+
 /// Runs `command` with the C library's `system()` and gives its result; the screen goes on moving
 /// meanwhile. What this program has
 /// printed comes out first. The command reads nothing from the program's own input.
