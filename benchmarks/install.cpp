@@ -72,8 +72,8 @@ int main(int argc, char** argv) {
     prepareStorage();
     selectLanguageFile(QCoreApplication::applicationDirPath());
     ZScreen::instance().present();
-    const QString package = fromBytes(argv[1]);
-    if (!packageInfo(package))
+    const Package package = packageAt(fromBytes(argv[1]));
+    if (!package.info)
         return 1;
     const std::unique_ptr<ZPopup> pleaseWait = makePleaseWait();
     const Watch watch;

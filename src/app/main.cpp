@@ -9,6 +9,7 @@
 #include "settings.h"
 #include "shell.h"
 #include "storage.h"
+#include "upgrade.h"
 #include "zBaseGUI.h"
 
 #include <cstdio>
@@ -53,6 +54,7 @@ int main(int argc, char** argv) {
         return 1;
     splitProgramPath(fromBytes(argv[0]));
     prepareStorage();
+    mendUpgrades();
     openAppDb();
     auto application = std::make_unique<ZApplication>(argc, argv, ZApplication::GuiClient);
     loadSettings();

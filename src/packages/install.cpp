@@ -14,10 +14,12 @@
 #include "settings.h"
 #include "shell.h"
 #include "storage.h"
+#include "upgrade.h"
 #include "version.h"
 
 #include <QLocale>
 
+#include <algorithm>
 #include <cstdio>
 
 #include <sys/stat.h>
@@ -62,6 +64,21 @@ QString fileName(const QString& path) {
     return path.mid(path.lastIndexOf('/') + 1);
 }
 
+/// True where the storage holds the new version beside the one that it replaces, and where it
+/// cannot be told.
+bool fitsBeside(const PackageInfo& info, const QString& folder) {
+    const QSet<QString> names = outermostFolders(info);
+    const std::optional<qint64> free = freeBytes(folder);
+    return std::all_of(names.begin(), names.end(), canBePutAside) &&
+           (!free || bytesUnpacked(info) <= *free);
+}
+
+/// The archiver's verdict on a package that leaves no way back.
+bool isSound(const QString& package) {
+    const QString test = QString("%2 t -y '%3'").arg(ArchiverPath, asFileArgument(package));
+    return runPathCommand(package, test + literalNameSwitch(package), true);
+}
+
 /// Unpacks the package into `folder` of the phone; without a folder the archiver unpacks into the
 /// working directory.
 bool unpack(const QString& package, const QString& folder, const std::optional<PackageInfo>& info,
@@ -70,7 +87,23 @@ bool unpack(const QString& package, const QString& folder, const std::optional<P
     QString command = QString("%2 x -y '%3'").arg(ArchiverPath, asFileArgument(package));
     if (!folder.isEmpty())
         command += " -o" + hostPath(folder);
-    return runPathCommand(package, command + literalNameSwitch(package), quietOnSuccess);
+    command += literalNameSwitch(package);
+    const bool isBeside = info && !folder.isEmpty() && fitsBeside(*info, folder);
+    if (info && !folder.isEmpty() && !isBeside && !isSound(package))
+        return false;
+    Upgrade upgrade(folder, isBeside ? outermostFolders(*info) : QSet<QString>());
+    if (!upgrade.isReady()) {
+        showError(tr("POP_ERROR_ASIDE_TEXT"));
+        return false;
+    }
+    return runPathCommand(package, command, quietOnSuccess, [&upgrade](int waitStatus) {
+        const bool isWhole = upgrade.isEmpty() || (waitStatus == 0 && upgrade.isUnpacked());
+        runBeside([&] {
+            isWhole ? upgrade.finish() : upgrade.giveBack();
+            return 0;
+        });
+        return isWhole;
+    });
 }
 
 /// The package's version beside the installed one.
@@ -123,21 +156,28 @@ bool isNoFile(const QString& path) {
     return true;
 }
 
-bool confirm(const char* titleKey, const char* textKey, const QString& path) {
-    return askToInstall(tr(titleKey), tr(textKey) + ' ' + fileName(path), path, packageInfo(path));
+bool confirm(const char* titleKey, const char* textKey, const Package& package) {
+    return askToInstall(tr(titleKey), tr(textKey) + ' ' + fileName(package.path), package.path,
+                        package.info);
+}
+
+/// The text that tells what the free space is enough for.
+const char* freeKey(const std::optional<PackageInfo>& info, const QString& folder) {
+    if (!fits(info, folder))
+        return "TXT_TOO_SMALL";
+    return info && !fitsBeside(*info, folder) ? "TXT_TIGHT" : "TXT_FREE";
 }
 
 /// The folder that the user wants the package in; none where he wants none, where it does not fit
-/// or where it is refused.
+/// or where it is refused, also because it is not the one any more that he was asked about.
 std::optional<QString> askPlace(const char* titleKey, const char* textKey,
-                                const QList<Place>& places,
-                                const std::optional<PackageInfo>& info) {
+                                const QList<Place>& places, const Package& package) {
+    const std::optional<PackageInfo>& info = package.info;
     QList<Choice> choices;
     for (const Place& place : places) {
         Choice choice = {tr(place.key), place.iconName};
         if (const std::optional<qint64> free = freeBytes(place.folder))
-            choice.secondText =
-                tr(fits(info, place.folder) ? "TXT_FREE" : "TXT_TOO_SMALL").arg(dataSize(*free));
+            choice.secondText = tr(freeKey(info, place.folder)).arg(dataSize(*free));
         choices.append(choice);
     }
     const std::optional<int> chosen = chooseOne(tr(titleKey), tr(textKey), choices, packageIcon);
@@ -145,6 +185,10 @@ std::optional<QString> askPlace(const char* titleKey, const char* textKey,
         return std::nullopt;
     // Without a known place the archiver unpacks into the working directory.
     const QString folder = places.value(*chosen, Place()).folder;
+    if (!isUnchanged(package)) {
+        showError(tr("POP_ERROR_CHANGED_TEXT"));
+        return std::nullopt;
+    }
     if (isRefused(info, folder))
         return std::nullopt;
     if (fits(info, folder))
@@ -164,16 +208,15 @@ bool askToInstall(const QString& title, const QString& text, const QString& path
                 : askYesNo(title, text, packageIcon);
 }
 
-bool installZpk(const QString& path, ZPopup& pleaseWait, bool quietOnSuccess) {
-    const std::optional<PackageInfo> info = packageInfo(path);
-    if (isNoFile(path) || isRefused(info))
+bool installZpk(const Package& package, ZPopup& pleaseWait, bool quietOnSuccess) {
+    if (isNoFile(package.path) || isRefused(package.info))
         return false;
     const std::optional<QString> folder =
-        askPlace("POP_INSTALL_ZPK_TITLE", "POP_INSTALL_ZPK_LOCATION_TEXT", appPlaces(), info);
+        askPlace("POP_INSTALL_ZPK_TITLE", "POP_INSTALL_ZPK_LOCATION_TEXT", appPlaces(), package);
     if (!folder)
         return false;
-    showWhileWorking(pleaseWait, fileName(path));
-    unpack(path, *folder, info, quietOnSuccess);
+    showWhileWorking(pleaseWait, fileName(package.path));
+    unpack(package.path, *folder, package.info, quietOnSuccess);
     runSystem(QString("chmod +x -R %1/ ;").arg(hostPath(*folder)));
     pleaseWait.hide();
     return true;
@@ -181,25 +224,24 @@ bool installZpk(const QString& path, ZPopup& pleaseWait, bool quietOnSuccess) {
 
 void installZpkFromConsole(const QString& path, ZPopup& pleaseWait) {
     puts("DEBUG:: ZPK Installer Mode from Console");
-    if (!confirm("POP_INSTALL_ZPK_TITLE", "POP_INSTALL_ZPK_CONFIRM_TEXT", path))
+    const Package package = packageAt(path);
+    if (!confirm("POP_INSTALL_ZPK_TITLE", "POP_INSTALL_ZPK_CONFIRM_TEXT", package))
         return;
     printf("DEBUG:: Install ZPK (%s)\n", toBytes(path).constData());
-    installZpk(path, pleaseWait, false);
+    installZpk(package, pleaseWait, false);
 }
 
 void installZskFromConsole(const QString& path, ZPopup& pleaseWait) {
     puts("DEBUG:: ZSK Installer Mode from Console");
-    if (!confirm("POP_INSTALL_ZSK_TITLE", "POP_INSTALL_ZSK_CONFIRM_TEXT", path))
+    const Package package = packageAt(path);
+    if (!confirm("POP_INSTALL_ZSK_TITLE", "POP_INSTALL_ZSK_CONFIRM_TEXT", package))
         return;
     printf("DEBUG:: Install ZSK (%s)\n", toBytes(path).constData());
-    const std::optional<PackageInfo> info = packageInfo(path);
-    if (isRefused(info))
-        return;
     const std::optional<QString> folder =
-        askPlace("POP_INSTALL_ZSK_TITLE", "POP_INSTALL_ZSK_LOCATION_TEXT", skinPlaces(), info);
+        askPlace("POP_INSTALL_ZSK_TITLE", "POP_INSTALL_ZSK_LOCATION_TEXT", skinPlaces(), package);
     if (!folder)
         return;
     showWhileWorking(pleaseWait, fileName(path));
-    unpack(path, *folder, info, false);
+    unpack(path, *folder, package.info, false);
     pleaseWait.hide();
 }

@@ -6,9 +6,9 @@
 #include "Waiting.h"
 #include "archive.h"
 #include "descriptor.h"
-#include "foldersize.h"
 #include "settings.h"
 #include "storage.h"
+#include "upgrade.h"
 
 #include <algorithm>
 
@@ -111,9 +111,13 @@ std::optional<PackageInfo> readPackage(const QString& archiver, const QString& p
     for (const ArchiveEntry& entry : entries) {
         info.bytes = qMin(info.bytes + entry.size, largestSize);
         info.files += entry.isFolder ? 0 : 1;
+        if (!entry.isFolder)
+            info.names.append(entry.name);
     }
     info.folder = commonFolder(entries);
     info.folders = foldersOf(entries);
+    const QSet<QString> outermost = outermostFolders(info);
+    info.isSafe = info.isSafe && std::none_of(outermost.begin(), outermost.end(), isNameOfAside);
     const QString descriptor = info.folder + '/' + info.folder + ".cfg";
     if (!info.isSafe || !holdsFile(entries, descriptor, largestDescriptor))
         return info;
@@ -140,6 +144,15 @@ std::optional<PackageInfo> packageInfo(const QString& path) {
     return info;
 }
 
+Package packageAt(const QString& path) {
+    const QByteArray state = fileState(path);
+    return {path, state, packageInfo(path)};
+}
+
+bool isUnchanged(const Package& package) {
+    return fileState(package.path) == package.state;
+}
+
 std::optional<QString> installedVersion(const QString& folder) {
     for (const int location : {phoneMemory, memoryCard}) {
         const QString descriptor =
@@ -152,13 +165,28 @@ std::optional<QString> installedVersion(const QString& folder) {
     return std::nullopt;
 }
 
-qint64 bytesNeeded(const PackageInfo& info, const QString& target) {
+QSet<QString> outermostFolders(const PackageInfo& info) {
+    QSet<QString> names;
+    for (const QString& folder : info.folders)
+        names.insert(folder.left(folder.indexOf('/')));
+    return names;
+}
+
+qint64 bytesUnpacked(const PackageInfo& info) {
     // A file takes whole blocks.
     constexpr qint64 blockSize = 4096;
-    const qint64 wanted = info.bytes + info.files * blockSize;
-    if (info.folder.isEmpty())
-        return wanted;
-    return qMax<qint64>(0, wanted - contentsOf(hostPath(target + '/' + info.folder)).bytes);
+    return info.bytes + info.files * blockSize;
+}
+
+qint64 bytesNeeded(const PackageInfo& info, const QString& target) {
+    qint64 replaced = 0;
+    for (const QString& name : info.names) {
+        struct stat old = {};
+        const QString path = hostPath(target + '/' + name);
+        if (lstat(toBytes(path).constData(), &old) == 0 && S_ISREG(old.st_mode))
+            replaced += old.st_size;
+    }
+    return qMax<qint64>(0, bytesUnpacked(info) - replaced);
 }
 
 bool staysInside(const PackageInfo& info, const QString& target) {

@@ -16,6 +16,7 @@ struct PackageInfo {
     int files = 0;
     QString folder;        ///< the one folder that it holds; empty where it holds others
     QSet<QString> folders; ///< as `foldersOf` gives them
+    QStringList names;     ///< of the files, with the folders that they lie in
     std::shared_ptr<const ZPK_App> app; ///< null where no descriptor is where it belongs
     QByteArray icon;                    ///< the icon's file; empty where it was not read
 };
@@ -31,8 +32,27 @@ std::optional<PackageInfo> packageInfo(const QString& path);
 /// The version of the installed application of that folder name; none where there is none.
 std::optional<QString> installedVersion(const QString& folder);
 
-/// Bytes that the package needs in the folder `target` (of the phone): files there that it replaces
-/// make room first.
+/// A package file as it was when it was read.
+struct Package {
+    QString path;     ///< of the machine
+    QByteArray state; ///< changes whenever the file does; empty where there is none
+    std::optional<PackageInfo> info;
+};
+
+/// The package at `path` with its `packageInfo`.
+Package packageAt(const QString& path);
+
+/// False where the file has become another one.
+bool isUnchanged(const Package& package);
+
+/// The folders that the package holds directly.
+QSet<QString> outermostFolders(const PackageInfo& info);
+
+/// Bytes that the package takes on the storage.
+qint64 bytesUnpacked(const PackageInfo& info);
+
+/// Bytes that the package needs in the folder `target` (of the phone) at the least: files there
+/// that it replaces make room first.
 qint64 bytesNeeded(const PackageInfo& info, const QString& target);
 
 /// True when nothing that already lies in the folder `target` (of the phone) leads the package out

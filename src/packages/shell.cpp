@@ -102,7 +102,7 @@ int runSystem(const QString& command) {
     return runBeside([&] { return system(line.constData()); });
 }
 
-bool runShellCommand(QString& command, bool quietOnSuccess) {
+bool runShellCommand(QString& command, bool quietOnSuccess, const Verdict& verdict) {
     if (command.isEmpty())
         return false;
     const QString path = hostPath(Path::commandLog);
@@ -114,9 +114,11 @@ bool runShellCommand(QString& command, bool quietOnSuccess) {
         return false;
     }
     printf("DEBUG:: Exec command ( %s )\n", plainCommand.constData());
-    const int status = runSystem(command) >> 8;
+    const int waitStatus = runSystem(command);
+    const int status = waitStatus >> 8;
     printf("DEBUG:: Command executed returned %d\n", status);
-    const bool success = isSuccess(status);
+    const bool isDone = !verdict || verdict(waitStatus);
+    const bool success = isDone && isSuccess(status);
     if (success && quietOnSuccess)
         return true;
     if (success)
@@ -146,9 +148,10 @@ bool fitsInQuotes(const QString& path) {
     return !path.contains('\'');
 }
 
-bool runPathCommand(const QString& path, QString command, bool quietOnSuccess) {
+bool runPathCommand(const QString& path, QString command, bool quietOnSuccess,
+                    const Verdict& verdict) {
     if (fitsInQuotes(path))
-        return runShellCommand(command, quietOnSuccess);
+        return runShellCommand(command, quietOnSuccess, verdict);
     showError(tr("POP_ERROR_QUOTE_TEXT"));
     return false;
 }

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 /// From now on the program goes on when nobody reads its output any more; the commands that it runs
 /// still end then, as any command does.
 void outliveReaders();
@@ -11,11 +13,15 @@ void outliveReaders();
 /// printed comes out first. The command reads nothing from the program's own input.
 int runSystem(const QString& command);
 
+/// Asked when a command has ended, before anything is shown, with what `system` returned. False
+/// makes a failure of what would count as a success.
+using Verdict = std::function<bool(int waitStatus)>;
+
 /// Runs `command` with its output in the command log, and shows how it ended: a notice of success
 /// (not with `quietOnSuccess`), or an error popup with the command's output. True when it
 /// succeeded; false at once for an empty command. The redirection into the log is appended to the
 /// caller's `command` itself.
-bool runShellCommand(QString& command, bool quietOnSuccess);
+bool runShellCommand(QString& command, bool quietOnSuccess, const Verdict& verdict = {});
 
 /// Shows `text` in an error popup.
 void showError(const QString& text);
@@ -33,4 +39,5 @@ bool fitsInQuotes(const QString& path);
 
 /// As `runShellCommand` for a command with `path` in it. A path that does not fit ends it as a
 /// failed command does, with an error popup that says why, and nothing is run.
-bool runPathCommand(const QString& path, QString command, bool quietOnSuccess);
+bool runPathCommand(const QString& path, QString command, bool quietOnSuccess,
+                    const Verdict& verdict = {});

@@ -8,6 +8,7 @@
 #include "ZSoftKey.h"
 #include "dialogs.h"
 #include "language.h"
+#include "packageinfo.h"
 #include "paths.h"
 
 #include <QApplication>

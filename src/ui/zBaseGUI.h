@@ -14,6 +14,7 @@ class ZOptionsMenu;
 class ZPopup;
 class ZSoftKey;
 struct FolderEntry;
+struct Package;
 struct PackageInfo;
 struct ZPK_App;
 
@@ -150,5 +151,5 @@ private:
     bool m_multiSelect = false;
     QSet<QString> m_markedPackages; ///< of the browser's folder, those looked at already
     bool m_isReadingPackage = false;
-    QString m_confirmedPackage; ///< what is to be installed next; empty where nothing is
+    std::unique_ptr<Package> m_confirmedPackage; ///< to be installed next; none where nothing is
 };

@@ -117,28 +117,26 @@ void zBaseGUI::zpk_highlighted(int row) {
 void zBaseGUI::confirmInstall() {
     const QString name = nameAt(m_packageList, m_packageList->currentItem());
     // A second touch on the row may come in before the first installation has begun.
-    if (!m_confirmedPackage.isEmpty())
+    if (m_confirmedPackage)
         return;
-    const QString package = browserFolder() + '/' + name;
     setBusy(true);
-    const std::optional<PackageInfo> info = packageInfo(hostPath(package));
+    auto package = std::make_unique<Package>(packageAt(hostPath(browserFolder() + '/' + name)));
     setBusy(false);
     if (!askToInstall(::tr("POP_INSTALL_ZPK_TITLE"), ::tr("POP_INSTALL_ZPK_CONFIRM_TEXT").arg(name),
-                      hostPath(package), info))
+                      package->path, package->info))
         return;
-    m_confirmedPackage = package;
+    m_confirmedPackage = std::move(package);
     announce(&zBaseGUI::cmd_InstallZPK);
     puts("DEBUG:: Install ZPK");
 }
 
 void zBaseGUI::cmd_InstallZPK() {
-    QString package = m_confirmedPackage;
-    // Keys that came in after the answer may have highlighted another row.
-    if (package.isEmpty())
-        package = browserFolder() + '/' + nameAt(m_packageList, m_packageList->currentItem());
-    if (installZpk(hostPath(package), *m_pleaseWait, m_multiSelect))
+    const QString name = nameAt(m_packageList, m_packageList->currentItem());
+    const Package package = m_confirmedPackage ? *m_confirmedPackage
+                                               : packageAt(hostPath(browserFolder() + '/' + name));
+    if (installZpk(package, *m_pleaseWait, m_multiSelect))
         refreshList(true);
-    m_confirmedPackage.clear();
+    m_confirmedPackage.reset();
     markPackagesAgain();
 }
 
