@@ -78,7 +78,7 @@ check_names() {
         $'line\nend.zpk' $'not utf-8 \xff.zpk' -oa.zpk @a.zpk "$work/absolute path.zpk"; do
         installs "$name" $apps
     done
-    has err 'Install %1? absolute path.zpk'
+    has err 'Install this package? absolute path.zpk'
     for environment in 'env -u LC_ALL' 'env -u LC_ALL LANG=C' 'env LC_ALL=POSIX'; do
         environment=($environment)
         installs Пакет.zpk $apps

@@ -162,7 +162,15 @@ END
     [[ $(ls -A root) == tmp ]] || complain "what an empty phone has got: $(ls -A root)"
 }
 
+# A window elsewhere holds the lock; an installation beside it goes on.
+check_second_start() {
+    start 1 flock root/ezxlocal/quiver "$quiver"
+    has err 'Quiver is already open.'
+    start 0 flock root/ezxlocal/quiver "$quiver" --list-apps-in-db
+}
+
 new_phone
+check_second_start
 fill_phone
 remember
 check_command_lines

@@ -251,7 +251,8 @@ TEST_F(Ui, ScreenReadersFindNamesAndRoles) {
     pressAll({Key_F2, Key_F2, Key_Right, Key_End});
     Dialogs dialogs({[&](ZPopup& popup) {
                          expectTold(&popup, {{QAccessible::Dialog, "Install package"},
-                                             {QAccessible::StaticText, "Install a.zpk?"},
+                                             {QAccessible::StaticText, "Install this package?"},
+                                             {QAccessible::StaticText, "a.zpk"},
                                              {QAccessible::Button, "Yes"}});
                          press(Key_F1);
                      },

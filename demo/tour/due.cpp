@@ -80,7 +80,7 @@ Screen multiSelectMenu() {
 
 Screen installQuestion(const QString& package) {
     return {word("POP_INSTALL_ZPK_TITLE"),
-            {word("POP_INSTALL_ZPK_CONFIRM_TEXT").arg(package)},
+            {word("POP_INSTALL_ZPK_CONFIRM_TEXT"), word("TXT_PACKAGE"), package},
             word("SK_YES"),
             word("SK_NO")};
 }

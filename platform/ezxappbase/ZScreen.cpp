@@ -43,7 +43,7 @@ ZScreen::ZScreen() {
     setMinimumSize(smallest);
     resize(Measure::screen);
     setFocusPolicy(Qt::StrongFocus);
-    setWindowTitle(QCoreApplication::applicationName());
+    setWindowTitle(QGuiApplication::applicationDisplayName());
 }
 
 void ZScreen::setMainWidget(QWidget* widget) {

@@ -47,7 +47,8 @@ QWidget* makeCard(const Details& details) {
 
     auto* texts = new QVBoxLayout;
     texts->setSpacing(0);
-    texts->addWidget(makeLabel(details.heading, 1, card));
+    if (!details.heading.isEmpty())
+        texts->addWidget(makeLabel(details.heading, 1, card));
     if (!details.subheading.isEmpty())
         texts->addWidget(makeLabel(details.subheading, 0, card));
     auto* heading = new QHBoxLayout;
@@ -59,7 +60,7 @@ QWidget* makeCard(const Details& details) {
     }
     heading->addLayout(texts, 1);
     rows->addLayout(heading, 0, 0, 1, 2);
-    if (!details.facts.isEmpty())
+    if (!details.facts.isEmpty() && !details.heading.isEmpty())
         rows->addWidget(new ZSeparator(card), 1, 0, 1, 2);
     for (const auto& [name, value] : details.facts) {
         const int row = rows->rowCount();
@@ -73,7 +74,9 @@ QWidget* makeCard(const Details& details) {
 }
 
 QString asLines(const Details& details) {
-    QStringList lines = {details.heading};
+    QStringList lines;
+    if (!details.heading.isEmpty())
+        lines.append(details.heading);
     if (!details.subheading.isEmpty())
         lines.append(details.subheading);
     for (const auto& [name, value] : details.facts)

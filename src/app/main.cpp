@@ -4,6 +4,7 @@
 #include "appregistry.h"
 #include "console.h"
 #include "database.h"
+#include "dialogs.h"
 #include "language.h"
 #include "paths.h"
 #include "settings.h"
@@ -12,10 +13,15 @@
 #include "upgrade.h"
 #include "zBaseGUI.h"
 
+#include <QGuiApplication>
+
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace {
@@ -46,6 +52,14 @@ void loadSettings() {
     installTranslator();
 }
 
+/// Marks the phone as one that has a window, in `lock`; false where it has one already. The lock
+/// ends with the process, however that ends; commands do not inherit it.
+bool lockWindow(int& lock) {
+    const QByteArray folder = toBytes(hostPath(Path::systemFolder));
+    lock = open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    return lock < 0 || flock(lock, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -57,10 +71,16 @@ int main(int argc, char** argv) {
     mendUpgrades();
     openAppDb();
     auto application = std::make_unique<ZApplication>(argc, argv, ZApplication::GuiClient);
+    QGuiApplication::setApplicationDisplayName("Quiver");
     loadSettings();
     srand(getpid());
     if (argc > 1 && checkParameters(argc, argv) != 0)
         return 0;
+    int lock = -1;
+    if (!lockWindow(lock)) {
+        showNotice("Quiver", tr("TXT_ALREADY_OPEN"));
+        return 1;
+    }
     loadAppRegistry(false);
     puts("DEBUG:: Register Load DONE");
     if (!ZApplication::hasDisplay()) {
@@ -73,5 +93,6 @@ int main(int argc, char** argv) {
     window.reset();
     application.reset();
     closeAppDb();
+    close(lock);
     return result;
 }

@@ -204,8 +204,12 @@ bool askToInstall(const QString& title, const QString& text, const QString& path
                   const std::optional<PackageInfo>& info) {
     if (isNoFile(path) || isRefused(info))
         return false;
-    return info ? askAbout(title, text, detailsOf(path, *info), packageIcon)
-                : askYesNo(title, text, packageIcon);
+    const QString name = fileName(path);
+    Details details = info ? detailsOf(path, *info) : Details();
+    if (!text.contains(name))
+        details.facts.prepend({tr("TXT_PACKAGE"), name});
+    return info || !details.facts.isEmpty() ? askAbout(title, text, details, packageIcon)
+                                            : askYesNo(title, text, packageIcon);
 }
 
 bool installZpk(const Package& package, ZPopup& pleaseWait, bool quietOnSuccess) {

@@ -43,6 +43,8 @@ private:
     int m_saved;
 };
 
+QString errorSubject;
+
 /// Far more than a command prints.
 constexpr long longestLog = 64 * 1024 * 1024;
 
@@ -133,7 +135,16 @@ bool runShellCommand(QString& command, bool quietOnSuccess, const Verdict& verdi
 }
 
 void showError(const QString& text) {
-    showNotice(tr("POP_ERROR_TITLE"), text, "error_pop.bmp");
+    const QString title = tr("POP_ERROR_TITLE");
+    showNotice(errorSubject.isEmpty() ? title : title + ": " + errorSubject, text, "error_pop.bmp");
+}
+
+ErrorSubject::ErrorSubject(const QString& subject) {
+    errorSubject = subject;
+}
+
+ErrorSubject::~ErrorSubject() {
+    errorSubject.clear();
 }
 
 QString asFileArgument(const QString& name) {

@@ -26,6 +26,15 @@ bool runShellCommand(QString& command, bool quietOnSuccess, const Verdict& verdi
 /// Shows `text` in an error popup.
 void showError(const QString& text);
 
+/// Errors that are shown while it lives name `subject` in their title: in a batch they would not
+/// tell what they are about.
+class ErrorSubject {
+public:
+    explicit ErrorSubject(const QString& subject);
+    ~ErrorSubject();
+    Q_DISABLE_COPY_MOVE(ErrorSubject)
+};
+
 /// `name` so that the archiver takes it neither for an option nor for a list of names.
 QString asFileArgument(const QString& name);
 

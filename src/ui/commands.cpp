@@ -217,6 +217,7 @@ void zBaseGUI::cmd_MultiDelete() {
         if (!app)
             continue;
         const WorkPart part(++number, total);
+        const ErrorSubject subject(app->name);
         printf("DEBUG:: Delete APP (%s)\n", toBytes(app->name).constData());
         const size_t before = AppMap.size();
         cmd_Delete(app);
@@ -239,6 +240,7 @@ void zBaseGUI::cmd_MultiMove() {
         ZPK_App* app = m_appList->item(row)->isChecked() ? getApp(row) : nullptr;
         if (app) {
             const WorkPart part(++number, total);
+            const ErrorSubject subject(app->name);
             printf("DEBUG:: Move APP (%s)\n", toBytes(app->name).constData());
             cmd_Move(app, row);
         }

@@ -122,8 +122,8 @@ void zBaseGUI::confirmInstall() {
     setBusy(true);
     auto package = std::make_unique<Package>(packageAt(hostPath(browserFolder() + '/' + name)));
     setBusy(false);
-    if (!askToInstall(::tr("POP_INSTALL_ZPK_TITLE"), ::tr("POP_INSTALL_ZPK_CONFIRM_TEXT").arg(name),
-                      package->path, package->info))
+    const QString text = ::tr("POP_INSTALL_ZPK_CONFIRM_TEXT").replace("%1", name);
+    if (!askToInstall(::tr("POP_INSTALL_ZPK_TITLE"), text, package->path, package->info))
         return;
     m_confirmedPackage = std::move(package);
     announce(&zBaseGUI::cmd_InstallZPK);
