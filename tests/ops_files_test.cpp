@@ -268,6 +268,16 @@ TEST_F(Files, RenameDialogIsAnsweredByKeys) {
     EXPECT_TRUE(output.endsWith("DEBUG:: Rename APP to к\n"));
     EXPECT_EQ(names(apps()), QStringList({"Alpha", "к"}));
     EXPECT_EQ(apps().currentItem(), 1);
+    const auto pasting = [](const QString& text) {
+        return [text](ZPopup& popup) {
+            popup.findChild<ZLineEdit*>()->insert(text);
+            press(Qt::Key_F1);
+        };
+    };
+    choose("Alpha", {Rename}, {pasting("New\nExec = evil\t")});
+    EXPECT_EQ(appIn("Alpha")->name, "New Exec = evil ");
+    choose("Alpha", {Rename}, {pasting(QString(300, u'ä'))});
+    EXPECT_EQ(appIn("Alpha")->name, QString(63, u'ä'));
     expectAgreement();
 }
 

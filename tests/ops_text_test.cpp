@@ -96,8 +96,9 @@ TEST_F(PropertiesPopup, ShowsTheFieldsUnderTheirHeadings) {
                     "Comment = Short,  as it is\n"),
               QStringList({"A <b>game</b>", "---", "Author", "Ann & Co", "---", "Version", "1.0",
                            "---", "Comment", "Short,  as it is", "---"}));
-    EXPECT_EQ(shown("Icon = missing.png\n"), QStringList({"", "---", "Author", "", "---", "Version",
-                                                          "", "---", "Comment", "", "---"}));
+    EXPECT_EQ(shown("Icon = missing.png\n"),
+              QStringList({"Game", "---", "Author", "", "---", "Version", "", "---", "Comment", "",
+                           "---"}));
     QByteArray word;
     for (int i = 1; word.size() < 127; ++i)
         word += QByteArray::number(i);

@@ -12,6 +12,15 @@ public:
 
     QSize sizeHint() const override;
 
+    /// From then on the text has no line breaks and control characters, which become blanks, and at
+    /// most `bytes` of UTF-8; what does not fit is cut off. The frame shows when it is full.
+    void setMaxBytes(int bytes);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    bool isFull() const;
+
+    int m_maxBytes = 0; ///< 0 where there is no limit
 };

@@ -9,7 +9,9 @@ ZSingleCaptureDlg::ZSingleCaptureDlg(const QString& title, const QString& text, 
                                      const char* name, bool modal)
     : ZPopup(0, parent, name, modal, 0, 0) {
     setTitle(title);
-    insertChild(new ZLabel(text, this, nullptr, 0, 1), -1);
+    auto* label = new ZLabel(QString(), this, nullptr, 0, 1);
+    label->setBreakableText(text);
+    insertChild(label, -1);
     const QString ok = platformText("SK_OK", "OK");
     const QString cancel = platformText("SK_CANCEL", "Cancel");
     setSoftKeys(ok, cancel);

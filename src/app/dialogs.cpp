@@ -122,10 +122,12 @@ std::optional<int> chooseOne(const QString& title, const QString& text,
     return dialog.getCheckedItemIndex();
 }
 
-std::optional<QString> askText(const QString& title, const QString& text, const QString& preset) {
+std::optional<QString> askText(const QString& title, const QString& text, const QString& preset,
+                               int bytes) {
     constexpr int editClass = 39;
     ZSingleCaptureDlg dialog(title, text, nullptr, "ZSingleCaptureDlg", true);
     auto* edit = new ZLineEdit(preset, &dialog, editClass);
+    edit->setMaxBytes(bytes);
     edit->selectAll();
     dialog.setEditWidget(edit);
     if (dialog.exec() == 0)

@@ -41,9 +41,10 @@ struct Choice {
 std::optional<int> chooseOne(const QString& title, const QString& text,
                              const QList<Choice>& choices, const QString& iconName = QString());
 
-/// A line of text, preset with `preset` and all of it selected: what was typed, or none when the
-/// user cancels.
-std::optional<QString> askText(const QString& title, const QString& text, const QString& preset);
+/// A line of text of at most `bytes` of UTF-8, preset with `preset` and all of it selected: what
+/// was typed, or none when the user cancels.
+std::optional<QString> askText(const QString& title, const QString& text, const QString& preset,
+                               int bytes);
 
 /// The notice shown while a long operation runs, hidden to begin with.
 std::unique_ptr<ZPopup> makePleaseWait();

@@ -19,4 +19,9 @@ struct ZPK_App {
     bool registeredInMenu = false; ///< it stands in the phone's menu
     int location = 0;              ///< 0 phone memory, 1 memory card
     std::unique_ptr<QUuid> uuid;   ///< its identifier in the database
+
+    /// What people see: the name, or where that is blank the folder's.
+    QString shownName() const {
+        return name.trimmed().isEmpty() ? path.mid(path.lastIndexOf('/') + 1) : name;
+    }
 };

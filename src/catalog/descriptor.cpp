@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr qsizetype longestValue = 127;
 constexpr off_t largestFile = 16 * 1024 * 1024;
 
 /// `value` cut to the longest value that a descriptor may hold, without half a character at its

@@ -8,6 +8,9 @@
 #include <memory>
 #include <optional>
 
+/// Bytes of UTF-8 that a value of a descriptor may have.
+constexpr qsizetype longestValue = 127;
+
 /// An application's descriptor is the file in its folder that is named as the folder, with the
 /// extension ".cfg": lines "Key = value" in UTF-8. Other lines mean nothing; the first line of a
 /// key counts.

@@ -73,8 +73,12 @@ void writeDescriptorName(const ZPK_App& app) {
     if (!text)
         return;
     const QByteArray name = toBytes(app.name.trimmed());
-    if (!replaceFile(path, replaceKeyLine(*text, "Name", name)))
+    errno = 0;
+    if (!replaceFile(path, replaceKeyLine(*text, "Name", name))) {
+        const int reason = errno == 0 ? EACCES : errno;
         printf("DEBUG:: Error writing cfg file (%s)\n", toBytes(phonePath(path)).constData());
+        showError(phonePath(path) + ": " + QString::fromLocal8Bit(strerror(reason)));
+    }
 }
 
 } // namespace

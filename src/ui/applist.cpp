@@ -28,7 +28,7 @@ bool isFile(const QString& path) {
 ZListItem nameLine(const ZPK_App& app, const RES_ICON_Reader& icons) {
     const char* place =
         app.location == phoneMemory ? "ctact_mobile_tab.bmp" : "fm_memory_card_tab.bmp";
-    return {app.name, QString(), icons.getIcon(place, Measure::markerIcon), textWidth,
+    return {app.shownName(), QString(), icons.getIcon(place, Measure::markerIcon), textWidth,
             showPriority};
 }
 

@@ -3,6 +3,7 @@
 #include "Waiting.h"
 #include "ZListBox.h"
 #include "ZPopup.h"
+#include "descriptor.h"
 #include "dialogs.h"
 #include "discovery.h"
 #include "language.h"
@@ -26,7 +27,7 @@ bool confirm(const char* textKey, const QString& name = QString()) {
 /// The application after a yes; null after a no, or where it is not there any more.
 ZPK_App* confirmed(const char* textKey, const ZPK_App& app) {
     const QString path = app.path;
-    return confirm(textKey, app.name) ? appAt(path) : nullptr;
+    return confirm(textKey, app.shownName()) ? appAt(path) : nullptr;
 }
 
 } // namespace
@@ -102,7 +103,8 @@ void zBaseGUI::mainOptM_Rename() {
         return;
     const QString path = app->path;
     const std::optional<QString> name =
-        askText(::tr("POP_RENAME_TITLE"), ::tr("POP_RENAME_TEXT") + ' ' + app->name, app->name);
+        askText(::tr("POP_RENAME_TITLE"), ::tr("POP_RENAME_TEXT") + ' ' + app->shownName(),
+                app->name, int(longestValue));
     app = appAt(path);
     if (!name || !app)
         return;
@@ -136,7 +138,7 @@ void zBaseGUI::cmd_Move(ZPK_App* app, int row) {
     if (!app)
         return;
     if (!m_multiSelect) {
-        showWhileWorking(*m_pleaseWait, app->name);
+        showWhileWorking(*m_pleaseWait, app->shownName());
         row = row == -1 ? rowOf(*app) : row;
     }
     if (moveApp(*app, m_multiSelect)) {
@@ -156,7 +158,7 @@ void zBaseGUI::cmd_Delete(ZPK_App* app) {
     if (!app)
         return;
     if (!m_multiSelect)
-        showWhileWorking(*m_pleaseWait, app->name);
+        showWhileWorking(*m_pleaseWait, app->shownName());
     deleteApp(*app, m_multiSelect);
     if (!m_multiSelect)
         m_pleaseWait->hide();
@@ -170,7 +172,7 @@ void zBaseGUI::cmd_SaveAs(ZPK_App* app, SAVE_LOCATION where) {
     followBrowsedFolder();
     const QString folders[] = {Path::phonePackages, Path::cardPackages, browserFolder()};
     const FolderGuard guard;
-    showWhileWorking(*m_pleaseWait, app->name);
+    showWhileWorking(*m_pleaseWait, app->shownName());
     saveApp(*app, folders[where], m_multiSelect);
     m_pleaseWait->hide();
 }
@@ -217,7 +219,7 @@ void zBaseGUI::cmd_MultiDelete() {
         if (!app)
             continue;
         const WorkPart part(++number, total);
-        const ErrorSubject subject(app->name);
+        const ErrorSubject subject(app->shownName());
         printf("DEBUG:: Delete APP (%s)\n", toBytes(app->name).constData());
         const size_t before = AppMap.size();
         cmd_Delete(app);
@@ -240,7 +242,7 @@ void zBaseGUI::cmd_MultiMove() {
         ZPK_App* app = m_appList->item(row)->isChecked() ? getApp(row) : nullptr;
         if (app) {
             const WorkPart part(++number, total);
-            const ErrorSubject subject(app->name);
+            const ErrorSubject subject(app->shownName());
             printf("DEBUG:: Move APP (%s)\n", toBytes(app->name).constData());
             cmd_Move(app, row);
         }

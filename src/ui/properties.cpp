@@ -26,12 +26,14 @@ ZLabel* addLabel(ZPopup& popup, const QString& text, const QFont& font) {
     return label;
 }
 
-void addSection(ZPopup& popup, const char* headingKey, const QStringList& lines) {
+void addHeading(ZPopup& popup, const char* key) {
     popup.insertChild(new ZSeparator(&popup), -1);
-    addLabel(popup, tr(headingKey), lookFont(headingFont, QFont::Bold))
-        ->setForegroundRole(QPalette::Text);
-    for (const QString& line : lines)
-        addLabel(popup, line, lookFont(valueFont));
+    addLabel(popup, tr(key), lookFont(headingFont, QFont::Bold))->setForegroundRole(QPalette::Text);
+}
+
+void addValue(ZPopup& popup, const char* headingKey, const QString& value) {
+    addHeading(popup, headingKey);
+    addLabel(popup, QString(), lookFont(valueFont))->setBreakableText(value);
 }
 
 QStringList commentLines(const QString& comment) {
@@ -47,14 +49,17 @@ void zBaseGUI::mainOptM_Properties() {
     const ZPK_App* app = currentApp();
     if (!app)
         return;
-    ZMessageDlg popup(app->name, QString(), ZMessageDlg::Notice, 0, nullptr, nullptr, true, 0);
+    ZMessageDlg popup(app->shownName(), QString(), ZMessageDlg::Notice, 0, nullptr, nullptr, true,
+                      0);
     popup.setContentMargin(Measure::grid); // leaves a line of the comment its width
     popup.setContentSpacing(Measure::grid / 2);
     popup.setTitleIcon(
         loadPicture(hostPath(app->path + '/' + app->icon), scaled(Measure::titleIcon)));
-    addSection(popup, "APP_AUTHOR", {app->author});
-    addSection(popup, "APP_VERSION", {app->version});
-    addSection(popup, "APP_COMMENT", commentLines(app->comment));
+    addValue(popup, "APP_AUTHOR", app->author);
+    addValue(popup, "APP_VERSION", app->version);
+    addHeading(popup, "APP_COMMENT");
+    for (const QString& line : commentLines(app->comment))
+        addLabel(popup, line, lookFont(valueFont));
     popup.insertChild(new ZSeparator(&popup), -1);
     popup.exec();
 }
