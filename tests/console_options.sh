@@ -169,8 +169,20 @@ check_second_start() {
     start 0 flock root/ezxlocal/quiver "$quiver" --list-apps-in-db
 }
 
+# What Qt would take for its own, and displays that are not there.
+check_foreign_settings() {
+    start 0 "$quiver" x -platform --list-apps-in-db
+    has out 'Parametro [3] = --list-apps-in-db'
+    local platform
+    for platform in xcb wayland ''; do
+        start 0 env QT_QPA_PLATFORM=$platform "$quiver" -reverse --list-apps-in-db
+        has out '[List END]'
+    done
+}
+
 new_phone
 check_second_start
+check_foreign_settings
 fill_phone
 remember
 check_command_lines

@@ -9,6 +9,7 @@
 #include <QFontDatabase>
 
 #include <clocale>
+#include <vector>
 
 #include <langinfo.h>
 
@@ -22,6 +23,21 @@ void setUtf8Locale() {
         qputenv("LC_ALL", "C.UTF-8");
 }
 
+/// What Qt is told by its environment; programs that are launched get the one that was given.
+struct Given {
+    const char* name;
+    bool isSet = qEnvironmentVariableIsSet(name);
+    QByteArray value = qgetenv(name);
+};
+
+std::vector<Given> given;
+
+void giveBackEnvironment() {
+    for (const Given& variable : given)
+        variable.isSet ? void(qputenv(variable.name, variable.value))
+                       : void(qunsetenv(variable.name));
+}
+
 void setScale() {
     bool isNumber = false;
     const double scale = qEnvironmentVariable("QUIVER_SCALE").toDouble(&isNumber);
@@ -29,24 +45,30 @@ void setScale() {
         qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
 }
 
-/// Qt ends the program when it finds no display; naming the invisible one last prevents that.
+/// Qt ends the program when it finds no display; naming the invisible one last prevents that. Where
+/// the invisible one is asked for by name, it counts as a display.
 void choosePlatform() {
-    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    QByteArray platforms = qgetenv("QT_QPA_PLATFORM");
+    if (platforms.startsWith("offscreen") || platforms.startsWith("minimal"))
         return;
     displayFound = false;
-    QByteArray platforms = "offscreen";
-    if (!qEnvironmentVariableIsEmpty("DISPLAY"))
-        platforms.prepend("xcb;");
-    if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
-        platforms.prepend("wayland;");
-    qputenv("QT_QPA_PLATFORM", platforms);
+    if (platforms.isEmpty() && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        platforms = "wayland;";
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY"))
+        platforms += "xcb;";
+    if (!platforms.isEmpty() && !platforms.endsWith(';'))
+        platforms += ';';
+    qputenv("QT_QPA_PLATFORM", platforms + "offscreen");
 }
 
-int& prepared(int& argc) {
+/// The arguments are the program's own: Qt sees no more of them than the program's name.
+int& prepared() {
+    static int count = 1;
+    given = {Given{"QT_QPA_PLATFORM"}, Given{"QT_SCALE_FACTOR"}};
     setUtf8Locale();
     setScale();
     choosePlatform();
-    return argc;
+    return count;
 }
 
 QAccessibleInterface* makeAccessible(const QString& className, QObject* object) {
@@ -60,7 +82,8 @@ QAccessibleInterface* makeAccessible(const QString& className, QObject* object) 
 
 } // namespace
 
-ZApplication::ZApplication(int& argc, char** argv, int) : QApplication(prepared(argc), argv) {
+ZApplication::ZApplication(int&, char** argv, int) : QApplication(prepared(), argv) {
+    giveBackEnvironment();
     displayFound = displayFound || platformName() != u"offscreen";
     QAccessible::installFactory(makeAccessible);
     QFont font;

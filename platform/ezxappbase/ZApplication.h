@@ -11,8 +11,9 @@ class ZApplication : public QApplication {
 public:
     enum Type { Tty, GuiClient, GuiServer };
 
-    /// `argc` and `argv` must outlive the object. Without any display the program runs on an
-    /// invisible one, so that a console listing works over a plain ssh line.
+    /// `argv` must outlive the object; of its arguments none is taken, not even one that Qt knows.
+    /// Without any display the program runs on an invisible one, so that a console listing works
+    /// over a plain ssh line. The environment is afterwards as it was, but for the locale.
     ZApplication(int& argc, char** argv, int type);
     ~ZApplication() override;
 

@@ -10,6 +10,8 @@
 #include <QPainter>
 #include <QTimer>
 
+#include <cstdio>
+
 namespace {
 
 const QSize smallest(176, 220);
@@ -43,6 +45,10 @@ ZScreen::ZScreen() {
     setMinimumSize(smallest);
     resize(Measure::screen);
     setFocusPolicy(Qt::StrongFocus);
+    int x = 0;
+    int y = 0;
+    if (sscanf(qgetenv("QUIVER_PLACE").constData(), "%d,%d", &x, &y) == 2)
+        move(x, y);
     setWindowTitle(QGuiApplication::applicationDisplayName());
 }
 
