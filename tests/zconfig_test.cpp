@@ -220,3 +220,17 @@ TEST(ZConfig, AHugeFileIsReadAndEdited) {
         EXPECT_EQ(edited(before + "[A]\nk=1\n", removing("A")), before);
     }
 }
+
+TEST(ZConfig, WhatAnotherProgramHasWrittenMeanwhileStays) {
+    const Phone phone;
+    for (const QByteArray& before : {QByteArray("[a]\nk = 1\n"), QByteArray()}) {
+        const QByteArray path = phone.host("/file");
+        before.isEmpty() ? std::remove(path.constData()) : (writeFile(path, before), 0);
+        ZConfig file(path, false);
+        file.writeEntry("a", "k", "2");
+        writeFile(path, "[other]\nk = 3\n");
+        EXPECT_FALSE(file.flush());
+        EXPECT_TRUE(file.isOutdated());
+        EXPECT_EQ(readFile(path), "[other]\nk = 3\n");
+    }
+}

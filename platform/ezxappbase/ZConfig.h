@@ -15,9 +15,13 @@ public:
     /// be read at the start, so that nothing unread is lost.
     bool flush();
 
+    /// True where the file has been changed since it was read; nothing is written over that.
+    bool isOutdated() const;
+
 private:
     void load();
 
     QString m_path;
+    QByteArray m_state; ///< of the file when it was read
     bool m_writable;
 };

@@ -10,11 +10,24 @@
 #include "settings.h"
 
 #include <cstdio>
+#include <functional>
 
 namespace {
 
 QString menuItems(const ZConfig& tree) {
     return tree.readEntry(MenuUuid, "Items", QString());
+}
+
+/// Makes `change` in the file at `path` (of the phone). The phone's own programs write there, too:
+/// where one did meanwhile, the change is made anew on what is there now.
+void edit(const QString& path, const std::function<void(ZConfig&)>& change) {
+    constexpr int tries = 5;
+    for (int i = 0; i < tries; ++i) {
+        ZConfig file(hostPath(path), false);
+        change(file);
+        if (file.flush() || !file.isOutdated())
+            return;
+    }
 }
 
 void printAction(const char* format, const ZPK_App& app) {
@@ -31,25 +44,22 @@ void writeIcons(ZConfig& installed, const QString& group, const ZPK_App& app) {
 
 bool registerAppInMenu(ZPK_App& app) {
     const QString group = plainUuid(*app.uuid);
-    ZConfig installed(hostPath(Path::installedDb), false);
-    installed.writeEntry(group, "AppID", '{' + group + '}');
-    installed.writeEntry(group, "Type", 2);
-    installed.writeEntry(group, "Atribute", 1);
-    installed.writeEntry(group, "Daemon", 0);
-    installed.writeEntry(group, "Directory", app.path);
-    installed.writeEntry(group, "Exec", app.exec);
-    installed.writeEntry(group, "Name", app.name);
-    installed.writeEntry(group, "LockEnabled ", 1);
-    writeIcons(installed, group, app);
-    installed.writeEntry(group, "GroupID", "root");
-    installed.writeEntry(group, "UserID", "root");
-    installed.writeEntry(group, "Vendor", app.author);
-    installed.flush();
-
-    ZConfig tree(hostPath(Path::userMenuTree), false);
-    tree.writeEntry(MenuUuid, "Items", menuItems(tree) + group + ';');
-    tree.flush();
-
+    edit(Path::installedDb, [&](ZConfig& installed) {
+        installed.writeEntry(group, "AppID", '{' + group + '}');
+        installed.writeEntry(group, "Type", 2);
+        installed.writeEntry(group, "Atribute", 1);
+        installed.writeEntry(group, "Daemon", 0);
+        installed.writeEntry(group, "Directory", app.path);
+        installed.writeEntry(group, "Exec", app.exec);
+        installed.writeEntry(group, "Name", app.name);
+        installed.writeEntry(group, "LockEnabled ", 1);
+        writeIcons(installed, group, app);
+        installed.writeEntry(group, "GroupID", "root");
+        installed.writeEntry(group, "UserID", "root");
+        installed.writeEntry(group, "Vendor", app.author);
+    });
+    edit(Path::userMenuTree,
+         [&](ZConfig& tree) { tree.writeEntry(MenuUuid, "Items", menuItems(tree) + group + ';'); });
     app.registeredInMenu = true;
     addAppToMenu(app.path, app.uuid.get());
     menuChanged = true;
@@ -59,14 +69,11 @@ bool registerAppInMenu(ZPK_App& app) {
 bool unregisterAppFromMenu(ZPK_App& app) {
     printAction("DEBUG:: Unregister App ('%s') from Menu\n\tApp UUID is '%s'\n", app);
     const QString group = plainUuid(*app.uuid);
-    ZConfig installed(hostPath(Path::installedDb), false);
-    installed.removeGroup(group);
-    installed.flush();
-
-    ZConfig tree(hostPath(Path::userMenuTree), false);
-    tree.writeEntry(MenuUuid, "Items", menuItems(tree).remove(group + ';', Qt::CaseInsensitive));
-    tree.flush();
-
+    edit(Path::installedDb, [&](ZConfig& installed) { installed.removeGroup(group); });
+    edit(Path::userMenuTree, [&](ZConfig& tree) {
+        tree.writeEntry(MenuUuid, "Items",
+                        menuItems(tree).remove(group + ';', Qt::CaseInsensitive));
+    });
     app.registeredInMenu = false;
     removeAppFromMenu(app.uuid.get());
     menuChanged = true;
@@ -76,12 +83,12 @@ bool unregisterAppFromMenu(ZPK_App& app) {
 bool updateAppInMenu(const ZPK_App& app) {
     printAction("DEBUG:: Update App Info ('%s') in Menu\n\tApp UUID is '%s'\n", app);
     const QString group = plainUuid(*app.uuid);
-    ZConfig installed(hostPath(Path::installedDb), false);
-    installed.writeEntry(group, "Directory", app.path);
-    installed.writeEntry(group, "Exec", app.exec);
-    installed.writeEntry(group, "Name", app.name);
-    writeIcons(installed, group, app);
-    installed.flush();
+    edit(Path::installedDb, [&](ZConfig& installed) {
+        installed.writeEntry(group, "Directory", app.path);
+        installed.writeEntry(group, "Exec", app.exec);
+        installed.writeEntry(group, "Name", app.name);
+        writeIcons(installed, group, app);
+    });
     menuChanged = true;
     return true;
 }
