@@ -169,9 +169,11 @@ const char* freeKey(const std::optional<PackageInfo>& info, const QString& folde
 }
 
 /// The folder that the user wants the package in; none where he wants none, where it does not fit
-/// or where it is refused, also because it is not the one any more that he was asked about.
+/// or where it is refused, also because it is not the one any more that he was asked about. `other`
+/// stands for a place that the list does not have.
 std::optional<QString> askPlace(const char* titleKey, const char* textKey,
-                                const QList<Place>& places, const Package& package) {
+                                const QList<Place>& places, const Place& other,
+                                const Package& package) {
     const std::optional<PackageInfo>& info = package.info;
     QList<Choice> choices;
     for (const Place& place : places) {
@@ -183,8 +185,7 @@ std::optional<QString> askPlace(const char* titleKey, const char* textKey,
     const std::optional<int> chosen = chooseOne(tr(titleKey), tr(textKey), choices, packageIcon);
     if (!chosen)
         return std::nullopt;
-    // Without a known place the archiver unpacks into the working directory.
-    const QString folder = places.value(*chosen, Place()).folder;
+    const QString folder = places.value(*chosen, other).folder;
     if (!isUnchanged(package)) {
         showError(tr("POP_ERROR_CHANGED_TEXT"));
         return std::nullopt;
@@ -215,8 +216,8 @@ bool askToInstall(const QString& title, const QString& text, const QString& path
 bool installZpk(const Package& package, ZPopup& pleaseWait, bool quietOnSuccess) {
     if (isNoFile(package.path) || isRefused(package.info))
         return false;
-    const std::optional<QString> folder =
-        askPlace("POP_INSTALL_ZPK_TITLE", "POP_INSTALL_ZPK_LOCATION_TEXT", appPlaces(), package);
+    const std::optional<QString> folder = askPlace(
+        "POP_INSTALL_ZPK_TITLE", "POP_INSTALL_ZPK_LOCATION_TEXT", appPlaces(), cardApps, package);
     if (!folder)
         return false;
     showWhileWorking(pleaseWait, fileName(package.path));
@@ -241,8 +242,8 @@ void installZskFromConsole(const QString& path, ZPopup& pleaseWait) {
     if (!confirm("POP_INSTALL_ZSK_TITLE", "POP_INSTALL_ZSK_CONFIRM_TEXT", package))
         return;
     printf("DEBUG:: Install ZSK (%s)\n", toBytes(path).constData());
-    const std::optional<QString> folder =
-        askPlace("POP_INSTALL_ZSK_TITLE", "POP_INSTALL_ZSK_LOCATION_TEXT", skinPlaces(), package);
+    const std::optional<QString> folder = askPlace(
+        "POP_INSTALL_ZSK_TITLE", "POP_INSTALL_ZSK_LOCATION_TEXT", skinPlaces(), Place(), package);
     if (!folder)
         return;
     showWhileWorking(pleaseWait, fileName(path));
