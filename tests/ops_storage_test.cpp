@@ -110,6 +110,7 @@ TEST_F(Storage, FullCardKeepsDescriptorsAndGivesItsApplicationsBack) {
     const QByteArray descriptor = readFile(phone.host(path));
     fillCard();
     EXPECT_TRUE(outputOf([&] {
+                    const Dialogs dialogs({errorNotice("Card.cfg: No space left on device")});
                     renameApp(*appIn("Card"), "Longer name");
                 }).contains("DEBUG:: Error writing cfg file (" + path + ")\n"));
     EXPECT_EQ(readFile(phone.host(path)), descriptor);
@@ -132,6 +133,7 @@ TEST_F(Storage, ReadOnlyFoldersKeepWhatTheyHave) {
                     {saving("Game", SAVE_SD), "cannot open file"}});
     expectAgreement();
     const Snapshot before = filesOf("Card", 1);
+    const Dialogs dialogs({errorNotice("Card.cfg: Read-only file system")});
     renameApp(*appIn("Card"), "New");
     EXPECT_EQ(differences(filesOf("Card", 1), before), QByteArrayList());
 }
