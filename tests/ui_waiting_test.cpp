@@ -7,10 +7,13 @@
 #include "ZPopup.h"
 #include "ZScreen.h"
 #include "dialogs.h"
+#include "paths.h"
 #include "shell.h"
 #include "ui_support.h"
 
 #include <QSet>
+
+#include <sqlite3.h>
 
 using namespace Qt;
 
@@ -56,6 +59,37 @@ TEST_F(UiWaiting, TheScreenMovesAndIsDeafWhileACommandRuns) {
     EXPECT_TRUE(bar().isVisible());
     EXPECT_EQ(apps().currentItem(), 0);
     EXPECT_TRUE(ZScreen::instance().isVisible());
+}
+
+/// The database is held by another program until the window has been seen to move.
+TEST_F(Ui, TheWindowMovesDuringALongDiscovery) {
+    addApp(0, "Beta");
+    openFilled();
+    addApp(0, "Alpha");
+    sqlite3* other = nullptr;
+    sqlite3_open(phone.host(Path::database.toUtf8()).constData(), &other);
+    sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+    QSet<QByteArray> pictures;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        const QImage picture = window->grab().toImage();
+        pictures.insert(
+            QByteArray(reinterpret_cast<const char*>(picture.constBits()), picture.sizeInBytes()));
+        EXPECT_TRUE(isWorking());
+        EXPECT_EQ(window->mainWidgetTitle(), "Loading…");
+        EXPECT_EQ(window->currentApp(), window->getApp(0));
+        EXPECT_EQ(names(apps()), QStringList("Beta"));
+        ZScreen::instance().close();
+        if (pictures.size() == 4)
+            sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    });
+    timer.start(20);
+    chooseInMenu({8});
+    timer.stop();
+    EXPECT_GE(pictures.size(), 4);
+    EXPECT_EQ(names(apps()), QStringList({"Alpha", "Beta"}));
+    EXPECT_TRUE(ZScreen::instance().isVisible());
+    sqlite3_close(other);
 }
 
 TEST_F(UiWaiting, ProgressIsWhatTheCommandsHaveReadOrWritten) {

@@ -10,12 +10,18 @@
 namespace {
 
 constexpr int barHeight = 2 * Measure::grid;
-constexpr int frameMilliseconds = 40;
 constexpr int crossingMilliseconds = 1600;
 constexpr double movingShare = 0.3;
 constexpr qint64 firstSecondShown = 3;
 
 } // namespace
+
+QRectF swingingPart(const QRectF& bar, qint64 milliseconds) {
+    const double phase = double(milliseconds % crossingMilliseconds) / crossingMilliseconds;
+    const double start = (1 - movingShare) * (1 - std::cos(2 * M_PI * phase)) / 2;
+    return QRectF(bar.left() + start * bar.width(), bar.top(), movingShare * bar.width(),
+                  bar.height());
+}
 
 WaitBar::WaitBar(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -59,15 +65,12 @@ void WaitBar::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(bar, radius, radius);
 
     const double fraction = workProgress().fraction;
-    const double phase = double(m_shown.elapsed() % crossingMilliseconds) / crossingMilliseconds;
-    const double start =
-        fraction < 0 ? (1 - movingShare) * (1 - std::cos(2 * M_PI * phase)) / 2 : 0;
-    const double length = fraction < 0 ? movingShare : fraction;
+    QRectF lit = fraction < 0 ? swingingPart(bar, m_shown.elapsed()) : bar;
+    if (fraction >= 0)
+        lit.setWidth(qMax(fraction * width(), 2 * radius));
     painter.setBrush(colours().accent);
-    if (length > 0)
-        painter.drawRoundedRect(
-            QRectF(start * width(), 0, qMax(length * width(), 2 * radius), barHeight), radius,
-            radius);
+    if (fraction != 0)
+        painter.drawRoundedRect(lit, radius, radius);
 
     painter.setFont(lookFont(Measure::secondFont));
     painter.setPen(colours().secondaryText);

@@ -1,8 +1,16 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QRectF>
 #include <QTimer>
 #include <QWidget>
+
+/// Between two pictures of what moves while work goes on, in milliseconds.
+constexpr int frameMilliseconds = 40;
+
+/// The part of `bar` that is lit `milliseconds` after the work began: it swings from end to end, as
+/// long as nobody can tell how far the work is.
+QRectF swingingPart(const QRectF& bar, qint64 milliseconds);
 
 /// Shows that work goes on, and how far it is: a bar that fills where the progress is known, else
 /// one that moves; below it the part or the percentage, and the seconds from the third one on.

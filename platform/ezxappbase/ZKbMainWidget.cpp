@@ -1,16 +1,25 @@
 #include "ZKbMainWidget.h"
 
 #include "Look.h"
+#include "WaitBar.h"
 #include "ZSoftKey.h"
 
 #include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
 
+namespace {
+
+constexpr int moment = 100; // ms; shorter work shows the whole line, which does not flicker
+
+} // namespace
+
 ZKbMainWidget::ZKbMainWidget(QWidget* parent, const char* name, int flags)
     : QWidget(parent, Qt::WindowFlags(flags)), m_content(new QVBoxLayout(this)) {
     setObjectName(QString::fromLatin1(name));
     m_content->setSpacing(0);
+    m_busyTimer.setInterval(frameMilliseconds);
+    connect(&m_busyTimer, &QTimer::timeout, this, [this] { update(busyLine()); });
     layOut();
 }
 
@@ -32,7 +41,13 @@ void ZKbMainWidget::setTitleBadge(const QString& badge) {
 }
 
 void ZKbMainWidget::setBusy(bool busy) {
-    m_busy = busy;
+    if (busy) {
+        m_busySince.start();
+        m_busyTimer.start();
+    } else {
+        m_busySince.invalidate();
+        m_busyTimer.stop();
+    }
     repaint(titleBar());
 }
 
@@ -43,6 +58,12 @@ void ZKbMainWidget::setSoftKey(ZSoftKey* softKey) {
 
 QRect ZKbMainWidget::titleBar() const {
     return QRect(0, 0, width(), scaled(Measure::titleBar));
+}
+
+QRect ZKbMainWidget::busyLine() const {
+    constexpr int height = 2;
+    const QRect bar = titleBar();
+    return bar.adjusted(0, bar.height() - height, 0, 0);
 }
 
 void ZKbMainWidget::layOut() {
@@ -93,6 +114,9 @@ void ZKbMainWidget::paintEvent(QPaintEvent*) {
     paintTitle(painter, bar, m_titleIcon, m_title);
     if (!m_badge.isEmpty())
         paintBadge(painter, bar);
-    if (m_busy)
-        painter.fillRect(bar.adjusted(0, bar.height() - 2, 0, 0), colours().accent);
+    if (!m_busySince.isValid())
+        return;
+    const QRectF line = busyLine();
+    const qint64 elapsed = m_busySince.elapsed();
+    painter.fillRect(elapsed < moment ? line : swingingPart(line, elapsed), colours().accent);
 }

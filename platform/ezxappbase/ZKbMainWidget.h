@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QPixmap>
 #include <QPointer>
+#include <QTimer>
 #include <QWidget>
 
 class QVBoxLayout;
@@ -25,7 +27,8 @@ public:
     /// A short text on the accent colour at the right end of the title bar; none where empty.
     void setTitleBadge(const QString& badge);
 
-    /// Shows or hides the thin line of the accent colour below the title while work goes on.
+    /// Shows or hides the thin line of the accent colour below the title while work goes on. When
+    /// that takes more than a moment, and the event loop runs, the line moves.
     void setBusy(bool busy);
 
     QVBoxLayout* getVBoxLayout() const { return m_content; }
@@ -47,12 +50,14 @@ protected:
 private:
     void layOut();
     QRect titleBar() const;
+    QRect busyLine() const;
     void paintBadge(QPainter& painter, const QRect& bar) const;
 
     QString m_title;
     QString m_badge;
     QPixmap m_titleIcon;
-    bool m_busy = false;
+    QElapsedTimer m_busySince; ///< not valid where nothing is going on
+    QTimer m_busyTimer;
     QVBoxLayout* m_content;
     QPointer<ZSoftKey> m_softKey;
 };

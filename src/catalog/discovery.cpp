@@ -64,7 +64,7 @@ bool isListed(const dirent* entry, const QByteArray& name, bool foldersOnly, boo
     return name.contains(".zpk") || (allFiles && !isFolder(entry));
 }
 
-void discoverAppsIn(int location) {
+void findAppsIn(int location, Apps& apps) {
     if (!enterFolder(appsFolder(location)))
         return;
     for (const QString& name : listDir(true, false, false, true)) {
@@ -74,7 +74,7 @@ void discoverAppsIn(int location) {
         app->location = location;
         ensureAppInDb(*app);
         const QString key = appKey(app->name, location);
-        AppMap[key] = std::move(app);
+        apps[key] = std::move(app);
     }
 }
 
@@ -84,12 +84,17 @@ QString appKey(const QString& name, int location) {
     return name + (location == phoneMemory ? "_PH" : "_SD");
 }
 
-void discoverApps() {
-    AppMap.clear();
+Apps findApps() {
+    Apps apps;
     const FolderGuard guard;
     if (SdPresent)
-        discoverAppsIn(memoryCard);
-    discoverAppsIn(phoneMemory);
+        findAppsIn(memoryCard, apps);
+    findAppsIn(phoneMemory, apps);
+    return apps;
+}
+
+void discoverApps() {
+    AppMap = findApps();
 }
 
 ZPK_App* appAt(const QString& path) {

@@ -8,16 +8,23 @@
 #include <map>
 #include <memory>
 
-/// The installed applications: the display name and "_SD" (on the card) or "_PH" (on the phone) to
-/// the record, in the order of the keys' code units. Rebuilt by `discoverApps`, which ends the
-/// records of the run before: nobody may hold one past a refresh.
-inline std::map<QString, std::unique_ptr<ZPK_App>> AppMap;
+/// Applications: the display name and "_SD" (on the card) or "_PH" (on the phone) to the record, in
+/// the order of the keys' code units.
+using Apps = std::map<QString, std::unique_ptr<ZPK_App>>;
 
-/// The key of `AppMap` for an application of that name and location.
+/// What is installed. Every discovery ends the records of the one before: nobody may hold one past
+/// a refresh.
+inline Apps AppMap;
+
+/// The key in `Apps` of an application of that name and location.
 QString appKey(const QString& name, int location);
 
-/// Fills `AppMap` anew from the application folders of card and phone. The working directory is the
-/// same afterwards.
+/// The applications in the folders of card and phone, each with its row in the database. The
+/// working directory is the same afterwards. It may run beside the event loop, with `AppMap` in
+/// use meanwhile.
+Apps findApps();
+
+/// Fills `AppMap` anew with what `findApps` finds.
 void discoverApps();
 
 /// The application of `AppMap` whose folder is `path`; null where there is none. A record does not

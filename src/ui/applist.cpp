@@ -1,5 +1,6 @@
 #include "Bytes.h"
 #include "PhoneRoot.h"
+#include "Waiting.h"
 #include "ZListBox.h"
 #include "ZNavTabWidget.h"
 #include "ZOptionsMenu.h"
@@ -51,7 +52,13 @@ bool zBaseGUI::refreshList(bool showProgress) {
     setBusy(true);
     if (showProgress) {
         setMainWidgetTitle(::tr("TXT_LOADING"));
-        discoverApps();
+        // The list and its records go on belonging together until all have been found.
+        Apps apps;
+        runBeside([&apps] {
+            apps = findApps();
+            return 0;
+        });
+        AppMap = std::move(apps);
     }
     setMainWidgetTitle(::tr("TXT_REFRESHING"));
     m_appList->clear();
