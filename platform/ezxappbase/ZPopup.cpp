@@ -6,6 +6,7 @@
 #include "ZApplication.h"
 #include "ZScreen.h"
 
+#include <QApplication>
 #include <QEventLoop>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -117,6 +118,7 @@ int ZPopup::exec() {
     QEventLoop loop;
     m_loop = &loop;
     m_result = 0;
+    m_isAnswered = false;
     m_painted = false;
     waitingPopups.append(this);
     ZScreen::instance().present();
@@ -124,6 +126,7 @@ int ZPopup::exec() {
     if (m_dismissUnits > 0)
         dismissWhenPainted();
     loop.exec();
+    qApp->removeEventFilter(this);
     waitingPopups.removeOne(this);
     hide();
     return m_result;
@@ -137,13 +140,21 @@ void ZPopup::dismissWhenPainted() {
 }
 
 void ZPopup::done(int result) {
+    if (!m_loop || m_isAnswered)
+        return;
     m_result = result;
-    if (m_loop)
-        m_loop->quit();
+    m_isAnswered = true;
+    qApp->installEventFilter(this);
+    m_loop->quit();
 }
 
+/// Keys that came in together are handed out one after the other before the popup is gone: those
+/// after the answer were not meant for it.
 bool ZPopup::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::LayoutRequest)
+    if (m_isAnswered && isInput(*event) &&
+        (watched == this || isAncestorOf(qobject_cast<QWidget*>(watched))))
+        return true;
+    if (watched == m_scroll->widget() && event->type() == QEvent::LayoutRequest)
         layOut();
     return ZOverlay::eventFilter(watched, event);
 }

@@ -43,7 +43,7 @@ public:
     /// key, 0 for the right one or a dismissal. The popup is hidden afterwards.
     virtual int exec();
 
-    /// Ends `exec` with `result`.
+    /// Ends `exec` with `result`. The first answer holds.
     void done(int result);
 
     /// The popup on top of the screen that waits for an answer, or none.
@@ -80,5 +80,6 @@ private:
     QPointer<QEventLoop> m_loop;
     int m_dismissUnits = 0;
     int m_result = 0;
+    bool m_isAnswered = false;
     bool m_painted = false;
 };

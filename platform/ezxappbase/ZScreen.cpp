@@ -28,6 +28,20 @@ void pressKey(QWidget* receiver, int key) {
 
 } // namespace
 
+bool isInput(const QEvent& event) {
+    switch (event.type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::TouchBegin:
+        return true;
+    default:
+        return false;
+    }
+}
+
 ZScreen* ZScreen::s_instance = nullptr;
 
 ZScreen& ZScreen::instance() {

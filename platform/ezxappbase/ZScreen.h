@@ -3,6 +3,9 @@
 #include <QPointer>
 #include <QWidget>
 
+/// Whether `event` is a key, a touch or a click.
+bool isInput(const QEvent& event);
+
 /// The phone's one screen: a window of the phone's shape on a desktop, the whole display where the
 /// program has it for itself. The main widget and everything laid over it (popups, menus) are its
 /// children and fill it, the last one on top.

@@ -96,17 +96,8 @@ void zBaseGUI::announce(void (zBaseGUI::*work)()) {
 }
 
 bool zBaseGUI::eventFilter(QObject* watched, QEvent* event) {
-    switch (event->type()) {
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::TouchBegin:
-    case QEvent::Close:
-        event->ignore();
-        return true;
-    default:
+    if (!isInput(*event) && event->type() != QEvent::Close)
         return ZKbMainWidget::eventFilter(watched, event);
-    }
+    event->ignore();
+    return true;
 }
