@@ -20,6 +20,11 @@ choose_scale() {
     fi
 }
 
+# The archiver of this machine; a phone's own files name that of the phone.
+choose_archiver() {
+    export QUIVER_ARCHIVER=${QUIVER_ARCHIVER:-$(type -P 7z || type -P 7zz || true)}
+}
+
 # lead_to_phone FOLDER: makes it QUIVER_ROOT. Quiver refuses a phone whose path the shell would take
 # apart; a link leads to it then, until the script ends.
 lead_to_phone() {

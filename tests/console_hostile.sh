@@ -22,6 +22,11 @@ make_program() {
     printf '[UNPACK_TOOLS]\nBIN_FULLPATH = %s\n' "$archiver" >app/quiver.custom
 }
 
+# That folder has a file of its own, which hides the phone's.
+checking_lines() {
+    printf 'DEBUG:: Checking for Customization file: %s/quiver.custom\n' "$app_path"
+}
+
 # acted: what was printed behind the startup.
 acted() {
     sed '1,/^DEBUG:: Checking Parameters$/d' out

@@ -2,7 +2,7 @@
 # without a display and looks at all that it leaves behind.
 set -euo pipefail
 umask 022
-unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM QUIVER_ROOT QUIVER_SCALE LANG
+unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM QUIVER_ROOT QUIVER_SCALE QUIVER_ARCHIVER LANG
 export LC_ALL=C.UTF-8
 build=$1
 seven_zip=$2
@@ -90,8 +90,12 @@ language_lines() {
         "$app_path/quiver_en.lng"
 }
 
+checking_lines() {
+    printf 'DEBUG:: Checking for Customization file: %s/quiver.custom\n' "$app_path" /ezxlocal/quiver
+}
+
 custom_lines() {
-    printf 'DEBUG:: Checking for Customization file: %s\n' "$app_path/quiver.custom"
+    checking_lines
     echo 'DEBUG:: Customization file found. Loading custom parameters'
     echo "DEBUG:: UNPACK_TOOLS::BIN_FULLPATH : '$archiver'"
 }

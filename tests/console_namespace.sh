@@ -53,7 +53,7 @@ app_path=$work/app
 archiver=/usr/local/Overhaul/p7zip/7z
 
 custom_lines() {
-    printf 'DEBUG:: Checking for Customization file: %s/quiver.custom\n' "$app_path" /ezxlocal/quiver
+    checking_lines
 }
 
 # The program's folder names no archiver, so the program looks for it where phones have it. This one

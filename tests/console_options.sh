@@ -125,8 +125,7 @@ END
     }
     custom_lines() {
         cat <<END
-DEBUG:: Checking for Customization file: /quiver.custom
-DEBUG:: Checking for Customization file: /ezxlocal/quiver/quiver.custom
+$(checking_lines)
 DEBUG:: Customization file found. Loading custom parameters
 DEBUG:: MENU_CFGS::APP_MENU_UUID : '/usr/local/Overhaul/p7zip/7z'
 END
@@ -141,6 +140,9 @@ check_empty_phone() {
     local missing="DEBUG:: Dir '%s' doesn't exist. Try to create it
 DEBUG:: [ERROR] : Directory creation Failed."
     local storage_lines database_lines
+    custom_lines() {
+        checking_lines
+    }
     remove root
     mkdir root
     storage_lines="DEBUG:: Cannot determine if SD is exists. Disabled by default
@@ -186,7 +188,7 @@ check_foreign_settings
 fill_phone
 remember
 check_command_lines
-check_empty_phone
+(check_empty_phone)
 new_phone
 check_names
 passed

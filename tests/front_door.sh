@@ -55,8 +55,11 @@ check_installation() {
     mkdir Demo
     printf 'Name = Demo\nExec = demo\n' >Demo/Demo.cfg
     "$seven_zip" a -bso0 -bsp0 'a demo.ZPK' Demo
+    printf '[UNPACK_TOOLS]\nBIN_FULLPATH = /of/the/phone\n[MENU_CFGS]\nAPP_MENU_UUID = own\n' \
+        >"$own/ezxlocal/quiver/quiver.custom"
     answers=$'y\n1\n'
     start 0 "$quiver" 'a demo.ZPK'
+    has out "APP_MENU_UUID : 'own'"
     arguments x 'a demo.ZPK'
     diff -r Demo "$own/$apps/Demo" || complain 'the package is not on the own phone'
     answers=

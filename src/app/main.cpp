@@ -49,6 +49,9 @@ void loadSettings() {
         selectLanguageFile(systemFolder);
     if (!loadCustomization(AppPath))
         loadCustomization(systemFolder);
+    // The phone's files name an archiver of the phone, which the machine need not have.
+    if (const QByteArray archiver = qgetenv("QUIVER_ARCHIVER"); !archiver.isEmpty())
+        ArchiverPath = fromBytes(archiver);
     installTranslator();
 }
 
