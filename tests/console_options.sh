@@ -175,10 +175,13 @@ check_second_start() {
 check_foreign_settings() {
     start 0 "$quiver" x -platform --list-apps-in-db
     has out 'Parametro [3] = --list-apps-in-db'
-    local platform
-    for platform in xcb wayland ''; do
+    local platform answers=$'n\n'
+    touch asked.zpk
+    for platform in xcb wayland offscreen minimal ''; do
         start 0 env QT_QPA_PLATFORM=$platform "$quiver" -reverse --list-apps-in-db
         has out '[List END]'
+        start 0 env QT_QPA_PLATFORM=$platform timeout 20 "$quiver" x asked.zpk
+        has err 'Install this package? asked.zpk'
     done
 }
 

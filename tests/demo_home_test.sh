@@ -148,6 +148,7 @@ new_phone() {
 
 new_phone
 export QUIVER_ROOT=$work/root
+export QUIVER_HEADLESS=1
 QT_QPA_PLATFORM=offscreen check_restart
 QT_QPA_PLATFORM=offscreen check_signal
 new_phone

@@ -86,7 +86,7 @@ is_over() {
 
 # The window finds the new application. It ends with the command that opened it.
 check_window() {
-    QT_QPA_PLATFORM=offscreen "$quiver" list more >window 2>&1 &
+    QUIVER_HEADLESS=1 QT_QPA_PLATFORM=offscreen "$quiver" list more >window 2>&1 &
     eventually is_listed Demo
     kill $! || complain "the window is closed: $(<window)"
     wait $! || true

@@ -176,6 +176,7 @@ int main(int argc, char** argv) {
     alarm(540);
     setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QUIVER_HEADLESS", "1");
     testing::InitGoogleTest(&argc, argv);
     const ZApplication application(argc, argv, ZApplication::GuiClient);
     return RUN_ALL_TESTS();

@@ -15,7 +15,7 @@
 
 namespace {
 
-bool displayFound = true;
+bool displayFound = false;
 
 void setUtf8Locale() {
     setlocale(LC_ALL, "");
@@ -45,13 +45,9 @@ void setScale() {
         qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
 }
 
-/// Qt ends the program when it finds no display; naming the invisible one last prevents that. Where
-/// the invisible one is asked for by name, it counts as a display.
+/// Qt ends the program when it finds no display; naming the invisible one last prevents that.
 void choosePlatform() {
     QByteArray platforms = qgetenv("QT_QPA_PLATFORM");
-    if (platforms.startsWith("offscreen") || platforms.startsWith("minimal"))
-        return;
-    displayFound = false;
     if (platforms.isEmpty() && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         platforms = "wayland;";
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY"))
@@ -59,6 +55,13 @@ void choosePlatform() {
     if (!platforms.isEmpty() && !platforms.endsWith(';'))
         platforms += ';';
     qputenv("QT_QPA_PLATFORM", platforms + "offscreen");
+}
+
+/// Nobody could answer a question in a window that is not seen, unless it is a test that answers.
+bool isVisiblePlatform() {
+    const QString name = QGuiApplication::platformName();
+    return qEnvironmentVariableIsSet("QUIVER_HEADLESS") ||
+           (name != u"offscreen" && !name.startsWith(u"minimal"));
 }
 
 /// The arguments are the program's own: Qt sees no more of them than the program's name.
@@ -84,7 +87,7 @@ QAccessibleInterface* makeAccessible(const QString& className, QObject* object) 
 
 ZApplication::ZApplication(int&, char** argv, int) : QApplication(prepared(), argv) {
     giveBackEnvironment();
-    displayFound = displayFound || platformName() != u"offscreen";
+    displayFound = isVisiblePlatform();
     QAccessible::installFactory(makeAccessible);
     QFont font;
     if (QFontDatabase::hasFamily("Noto Sans"))
