@@ -1,4 +1,5 @@
 #include "Bytes.h"
+#include "Environment.h"
 #include "PhoneRoot.h"
 #include "ZApplication.h"
 #include "appregistry.h"
@@ -66,6 +67,7 @@ bool lockWindow(int& lock) {
 } // namespace
 
 int main(int argc, char** argv) {
+    rememberEnvironment();
     outliveReaders();
     if (!checkPhoneRoot())
         return 1;

@@ -1,6 +1,7 @@
 #include "shell.h"
 
 #include "Bytes.h"
+#include "Environment.h"
 #include "PhoneRoot.h"
 #include "Waiting.h"
 #include "dialogs.h"
@@ -13,7 +14,9 @@
 #include <memory>
 
 #include <fcntl.h>
+#include <spawn.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -44,6 +47,27 @@ private:
 };
 
 QString errorSubject;
+
+/// As the C library's `system`, in the environment that the program was given.
+int systemAsGiven(const char* command) {
+    QByteArray line = command;
+    char shell[] = "sh";
+    char option[] = "-c";
+    char* arguments[] = {shell, option, line.data(), nullptr};
+    pid_t process = 0;
+    int status = -1;
+    if (posix_spawn(&process, "/bin/sh", nullptr, nullptr, arguments, givenEnvironment()) == 0)
+        waitpid(process, &status, 0);
+    return status;
+}
+
+int runCommand(const QString& command, int (*run)(const char*)) {
+    outliveReaders(); // Qt ignores the signal from its first process on
+    fflush(stdout);
+    const EmptyInput noInput;
+    const QByteArray line = toBytes(command);
+    return runBeside([&] { return run(line.constData()); });
+}
 
 /// Far more than a command prints.
 constexpr long longestLog = 64 * 1024 * 1024;
@@ -90,6 +114,12 @@ bool isSuccess(int status) {
 }
 
 } // namespace
+
+Outcome outcomeOf(int waitStatus) {
+    // The low seven bits of the exit status tell. 128 is a success, too, and so is a command that a
+    // signal ended.
+    return ((waitStatus >> 8) & 127) == 0 ? Outcome::Done : Outcome::Failed;
+}
 
 void outliveReaders() {
     // A signal that is ignored is ignored by the commands, too; one that is handled is not.

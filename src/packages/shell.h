@@ -9,9 +9,12 @@
 void outliveReaders();
 
 /// Runs `command` with the C library's `system()` and gives its result; the screen goes on moving
-/// meanwhile. What this program has
-/// printed comes out first. The command reads nothing from the program's own input.
+/// meanwhile. What this program has printed comes out first. The command reads nothing from the
+/// program's own input.
 int runSystem(const QString& command);
+
+/// As `runSystem`, for an application: it gets the environment that the program was given.
+int launch(const QString& command);
 
 /// Asked when a command has ended, before anything is shown, with what `system` returned. False
 /// makes a failure of what would count as a success.

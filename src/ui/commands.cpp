@@ -51,7 +51,7 @@ void zBaseGUI::app_selected(int) {
         return;
     const QString command = hostPath(app->path) + '/' + app->exec + " &";
     printf("DEBUG:: %s\n", toBytes(command).constData());
-    runSystem(command);
+    launch(command);
 }
 
 void zBaseGUI::mainOptM_Move() {
