@@ -2,6 +2,8 @@
 
 #include "ZPopup.h"
 
+class ZLabel;
+
 /// A message with a title: a yes/no question or a notice to be acknowledged.
 class ZMessageDlg : public ZPopup {
     Q_OBJECT
@@ -14,10 +16,19 @@ public:
     ZMessageDlg(const QString& title, const QString& text, int type, int timeOut, QWidget* parent,
                 const char* name, bool modal, int flags);
 
+    /// Sets the first line of the text off that tells an error. The dialog opens there.
+    void setOffError();
+
     /// 1 for yes (or the acknowledgement), 0 for no. Without a display the terminal is asked.
     int exec() override;
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
+    ZLabel* addText(const QString& text);
+
     QString m_text;
     int m_type;
+    ZLabel* m_error = nullptr; ///< none where no line is set off
 };

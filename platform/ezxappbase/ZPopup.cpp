@@ -224,6 +224,10 @@ void ZPopup::reveal(QWidget* child) {
     m_scroll->ensureWidgetVisible(child, 0, Measure::dialogPadding);
 }
 
+void ZPopup::scrollTo(QWidget* child) {
+    m_scroll->verticalScrollBar()->setValue(child->y() - contentSpacing);
+}
+
 void ZPopup::scrollBy(int steps) {
     QScrollBar* bar = m_scroll->verticalScrollBar();
     bar->setValue(bar->value() + steps * scaled(Measure::dialogFont));

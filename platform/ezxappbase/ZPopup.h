@@ -57,6 +57,8 @@ protected:
     void addButtons(const QString& left, const QString& right);
     /// Scrolls so that this child of the content is in sight.
     void reveal(QWidget* child);
+    /// Scrolls so that this child is the first one in sight, as far as there is something below.
+    void scrollTo(QWidget* child);
     bool eventFilter(QObject* watched, QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

@@ -104,6 +104,13 @@ void showNotice(const QString& title, const QString& text, const QString& iconNa
     showMessage(title, text, iconName, ZMessageDlg::Notice);
 }
 
+void showFailure(const QString& title, const QString& text) {
+    ZMessageDlg dialog(title, text, ZMessageDlg::Notice, 0, nullptr, nullptr, true, 0);
+    setTitleIcon(dialog, "error_pop.bmp");
+    dialog.setOffError();
+    dialog.exec();
+}
+
 std::optional<int> chooseOne(const QString& title, const QString& text,
                              const QList<Choice>& choices, const QString& iconName) {
     ZSingleSelectDlg dialog(title, text, nullptr, "ZSingleSelectDlg", true, 0, 0);

@@ -31,6 +31,10 @@ bool askAbout(const QString& title, const QString& text, const Details& details,
 /// A notice to be acknowledged.
 void showNotice(const QString& title, const QString& text, const QString& iconName = QString());
 
+/// A notice of a failure. Where `text` is what a command printed, it opens at the line that tells
+/// the error.
+void showFailure(const QString& title, const QString& text);
+
 struct Choice {
     QString text;
     QString iconName;

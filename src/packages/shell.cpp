@@ -166,7 +166,7 @@ bool runShellCommand(QString& command, bool quietOnSuccess, const Verdict& verdi
 
 void showError(const QString& text) {
     const QString title = tr("POP_ERROR_TITLE");
-    showNotice(errorSubject.isEmpty() ? title : title + ": " + errorSubject, text, "error_pop.bmp");
+    showFailure(errorSubject.isEmpty() ? title : title + ": " + errorSubject, text);
 }
 
 ErrorSubject::ErrorSubject(const QString& subject) {
