@@ -10,9 +10,18 @@
 
 namespace {
 
+/// Names and what commands print are foreign; a terminal would obey their control characters.
+QString harmless(QString text) {
+    for (QChar& c : text) {
+        if (c.category() == QChar::Other_Control && c != u'\n' && c != u'\t')
+            c = QChar::ReplacementCharacter;
+    }
+    return text;
+}
+
 void write(const QString& text) {
     std::fflush(stdout);
-    std::fputs(toBytes(text).constData(), stderr);
+    std::fputs(toBytes(harmless(text)).constData(), stderr);
 }
 
 std::optional<QString> answerTo(const QString& prompt) {
