@@ -15,6 +15,9 @@
 namespace {
 
 const QString wordsGroup = "WORDS";
+const QString englishCode = "en";
+
+QString chosenCode = englishCode;
 
 bool fileExists(const QString& path) {
     return access(toBytes(path).constData(), F_OK) == 0;
@@ -30,6 +33,7 @@ bool openCandidate(const QString& folder, const QString& code) {
     if (!fileExists(path))
         return false;
     LanguageConfig = std::make_unique<ZConfig>(path, true);
+    chosenCode = code;
     return true;
 }
 
@@ -48,18 +52,23 @@ public:
 
 bool selectLanguageFile(const QString& folder) {
     const ZConfig settings(hostPath(Path::platformSettings), true);
-    const QString code = settings.readEntry("SYS_SYSTEM_SET", "LanguageType", "en");
+    const QString code = settings.readEntry("SYS_SYSTEM_SET", "LanguageType", englishCode);
     printf("DEBUG:: Current LanguageType : '%s'\n", toBytes(code).constData());
     if (openCandidate(folder, code))
         return true;
     if (code.size() > 2 && openCandidate(folder, code.left(2)))
         return true;
 
+    chosenCode = englishCode;
     puts("DEBUG:: The lng file is missing. Trying to use English lng file as default.");
-    const QString english = languagePath(folder, "en");
+    const QString english = languagePath(folder, englishCode);
     if (!LanguageConfig || fileExists(english))
         LanguageConfig = std::make_unique<ZConfig>(english, true);
     return false;
+}
+
+QString languageCode() {
+    return chosenCode;
 }
 
 bool loadCustomization(const QString& folder) {

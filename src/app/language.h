@@ -13,6 +13,9 @@ inline std::unique_ptr<ZConfig> LanguageConfig;
 /// for the phone's own language; false when the English one was taken instead, or none was found.
 bool selectLanguageFile(const QString& folder);
 
+/// The code of the chosen file, such as "de" or "en_US"; "en" where there is none.
+QString languageCode();
+
 /// Reads the customization file in `folder`, a folder of the machine, into `ArchiverPath` and
 /// `MenuUuid`. False when there is none.
 bool loadCustomization(const QString& folder);

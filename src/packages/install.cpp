@@ -51,7 +51,7 @@ QList<Place> skinPlaces() {
 }
 
 QString dataSize(qint64 bytes) {
-    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
+    return QLocale(languageCode()).formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
 }
 
 /// True where it cannot be told.
