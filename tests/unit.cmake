@@ -7,6 +7,7 @@ add_executable(unit_tests
     descriptor_test.cpp
     dialogs_test.cpp
     discovery_test.cpp
+    errors_test.cpp
     language_test.cpp
     packages_test.cpp
     phoneroot_test.cpp
