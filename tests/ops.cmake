@@ -3,6 +3,7 @@ add_executable(ops_tests
     leaks.cpp
     ops_agreement.cpp
     ops_batch_test.cpp
+    ops_cancel_test.cpp
     ops_files_test.cpp
     ops_menu_test.cpp
     ops_storage_test.cpp

@@ -9,8 +9,10 @@
 #include <QPointer>
 #include <QThread>
 #include <QThreadPool>
+#include <QTimer>
 
 #include <atomic>
+#include <csignal>
 #include <memory>
 
 #include <unistd.h>
@@ -21,6 +23,7 @@ namespace {
 std::atomic<pid_t> workThread = 0;
 
 int workDepth = 0;
+WorkCancel* workCancel = nullptr;
 WorkGoal::Direction goalDirection = WorkGoal::Writes;
 qint64 goalBytes = 0;
 int partNumber = 0;
@@ -41,15 +44,37 @@ qint64 bytesOfProcess(const QByteArray& process, const QByteArray& counter) {
     return 0;
 }
 
+QByteArray threadOfWork() {
+    return "self/task/" + QByteArray::number(workThread);
+}
+
+/// The processes that a thread has started; that of a command has but one thread.
+QList<QByteArray> childrenOf(const QByteArray& thread) {
+    QList<QByteArray> children =
+        readSystemFile("/proc/" + thread + "/children").simplified().split(' ');
+    children.removeAll(QByteArray());
+    return children;
+}
+
+QByteArray threadOf(const QByteArray& process) {
+    return process + "/task/" + process;
+}
+
 qint64 bytesOfChildren(const QByteArray& thread, const QByteArray& counter) {
-    const QByteArray children = readSystemFile("/proc/" + thread + "/children").simplified();
     qint64 bytes = 0;
-    for (const QByteArray& child : children.split(' ')) {
-        if (!child.isEmpty())
-            bytes +=
-                bytesOfProcess(child, counter) + bytesOfChildren(child + "/task/" + child, counter);
-    }
+    for (const QByteArray& child : childrenOf(thread))
+        bytes += bytesOfProcess(child, counter) + bytesOfChildren(threadOf(child), counter);
     return bytes;
+}
+
+/// Ends what the thread has started, and all that this has started. Each process is stopped first,
+/// so that it starts nothing more unseen.
+void endChildren(const QByteArray& thread) {
+    for (const QByteArray& child : childrenOf(thread)) {
+        kill(child.toInt(), SIGSTOP);
+        endChildren(threadOf(child));
+        kill(child.toInt(), SIGKILL);
+    }
 }
 
 } // namespace
@@ -65,6 +90,14 @@ int runBeside(const std::function<int()>& work) {
     }));
     QEventLoop loop;
     QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
+    // The command may have been about to start when the user cancelled.
+    constexpr int interval = 20;
+    QTimer canceller;
+    QObject::connect(&canceller, &QTimer::timeout, [] {
+        if (workCancel && workCancel->endsCommands() && workThread != 0)
+            endChildren(threadOfWork());
+    });
+    canceller.start(interval);
     ++workDepth;
     thread->start();
     loop.exec(ZPopup::isAnyShown() ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
@@ -87,6 +120,35 @@ void startBeside(const std::function<void()>& work, QObject* receiver,
 
 bool isWorking() {
     return workDepth > 0;
+}
+
+WorkCancel::WorkCancel(When when) : m_when(when), m_isOuter(!workCancel) {
+    if (m_isOuter)
+        workCancel = this;
+}
+
+WorkCancel::~WorkCancel() {
+    end();
+}
+
+bool WorkCancel::end() {
+    if (m_isOuter)
+        workCancel = nullptr;
+    m_isOuter = false;
+    return m_isRequested;
+}
+
+bool canCancelWork() {
+    return workCancel && workDepth > 0 && !workCancel->isRequested();
+}
+
+void cancelWork() {
+    if (canCancelWork())
+        workCancel->request();
+}
+
+bool isCancellingWork() {
+    return workCancel && workCancel->isRequested();
 }
 
 WorkGoal::WorkGoal(Direction direction, qint64 bytes) {
@@ -113,9 +175,8 @@ WorkProgress workProgress() {
         progress.fraction = double(partNumber - 1) / partTotal;
     if (goalBytes <= 0 || workThread == 0)
         return progress;
-    const QByteArray thread = "self/task/" + QByteArray::number(workThread);
     const qint64 bytes =
-        bytesOfChildren(thread, goalDirection == WorkGoal::Reads ? "rchar:" : "wchar:");
+        bytesOfChildren(threadOfWork(), goalDirection == WorkGoal::Reads ? "rchar:" : "wchar:");
     if (bytes > 0)
         progress.fraction = qMin(1.0, double(bytes) / double(goalBytes));
     return progress;

@@ -19,6 +19,44 @@ void startBeside(const std::function<void()>& work, QObject* receiver,
 /// True while work of `runBeside` runs.
 bool isWorking();
 
+/// Work that the user may cancel, while the object lives. One inside another changes nothing: the
+/// outer one holds.
+class WorkCancel {
+public:
+    enum When {
+        AtOnce,   ///< its running command is ended
+        AfterPart ///< whoever does the work looks at `isRequested` between its parts
+    };
+
+    explicit WorkCancel(When when);
+    ~WorkCancel();
+    Q_DISABLE_COPY_MOVE(WorkCancel)
+
+    bool isRequested() const { return m_isRequested; }
+
+    /// True where the running command is to be ended.
+    bool endsCommands() const { return m_isRequested && m_when == AtOnce; }
+
+    void request() { m_isRequested = true; }
+
+    /// From here on the work cannot be cancelled any more. True where it has been.
+    bool end();
+
+private:
+    When m_when;
+    bool m_isRequested = false;
+    bool m_isOuter;
+};
+
+/// True while work runs that can be cancelled, and was not.
+bool canCancelWork();
+
+/// Cancels the work, where it can be.
+void cancelWork();
+
+/// True from `cancelWork` until the work has seen to it.
+bool isCancellingWork();
+
 /// How much the commands of the work are going to read or write. While the object lives, the work's
 /// progress is told by it; a later object takes the place of an earlier one.
 class WorkGoal {

@@ -102,11 +102,11 @@ QWidget* ZScreen::topWidget() const {
 }
 
 /// Closing the window closes what lies on top of the screen. Only where nothing does, and no work
-/// is going on, is it the main widget's right soft key.
+/// is going on, is it the main widget's right soft key. Work that cannot be cancelled goes on.
 void ZScreen::closeEvent(QCloseEvent* event) {
     event->ignore();
     QTimer::singleShot(0, this, [this] {
-        QWidget* top = isWorking() ? nullptr : topWidget();
+        QWidget* top = isWorking() && !canCancelWork() ? nullptr : topWidget();
         if (top)
             pressKey(top, top == m_main ? Qt::Key_F2 : Qt::Key_Escape);
     });

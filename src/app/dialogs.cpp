@@ -1,7 +1,7 @@
 #include "dialogs.h"
 
 #include "RES_ICON_Reader.h"
-#include "WaitBar.h"
+#include "WaitPopup.h"
 #include "ZApplication.h"
 #include "ZLabel.h"
 #include "ZLineEdit.h"
@@ -143,14 +143,9 @@ std::optional<QString> askText(const QString& title, const QString& text, const 
 }
 
 std::unique_ptr<ZPopup> makePleaseWait() {
-    auto popup = std::make_unique<ZPopup>(1, nullptr, nullptr, true, 0, 0);
+    auto popup = std::make_unique<WaitPopup>(
+        WaitPopup::Texts{tr("POP_PLEASEWAIT"), tr("POP_CANCELLING_TEXT"), tr("SK_CANCEL")});
     setTitleIcon(*popup, "recur_enable_pop.bmp");
-    auto* label = new ZLabel(tr("POP_PLEASEWAIT"), popup.get(), nullptr, 0, 1);
-    label->setAlignment(Qt::AlignHCenter);
-    popup->insertChild(label, -1);
-    popup->insertChild(new WaitBar(popup.get()), -1);
-    popup->setAutoDismissTime(1);
-    popup->hide();
     return popup;
 }
 

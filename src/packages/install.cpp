@@ -79,6 +79,22 @@ bool isSound(const QString& package) {
     return runPathCommand(package, test + literalNameSwitch(package), true);
 }
 
+/// What became of an installation, after the old version or the new one has been put in its place.
+Outcome settle(Upgrade& upgrade, int waitStatus, bool isCancelled) {
+    if (isCancelled && waitStatus != 0) {
+        runBeside([&] { return upgrade.undo(), 0; });
+        return Outcome::Cancelled;
+    }
+    if (upgrade.isEmpty())
+        return outcomeOf(waitStatus);
+    const bool isWhole = waitStatus == 0 && upgrade.isUnpacked();
+    runBeside([&] {
+        isWhole ? upgrade.finish() : upgrade.giveBack();
+        return 0;
+    });
+    return isWhole ? Outcome::Done : Outcome::Failed;
+}
+
 /// Unpacks the package into `folder` of the phone; without a folder the archiver unpacks into the
 /// working directory.
 bool unpack(const QString& package, const QString& folder, const std::optional<PackageInfo>& info,
@@ -96,13 +112,11 @@ bool unpack(const QString& package, const QString& folder, const std::optional<P
         showError(tr("POP_ERROR_ASIDE_TEXT"));
         return false;
     }
-    return runPathCommand(package, command, quietOnSuccess, [&upgrade](int waitStatus) {
-        const bool isWhole = upgrade.isEmpty() || (waitStatus == 0 && upgrade.isUnpacked());
-        runBeside([&] {
-            isWhole ? upgrade.finish() : upgrade.giveBack();
-            return 0;
-        });
-        return isWhole;
+    std::optional<WorkCancel> cancel;
+    if (isBeside && holdsOnlyFolders(*info))
+        cancel.emplace(WorkCancel::AtOnce);
+    return runPathCommand(package, command, quietOnSuccess, [&](int waitStatus) {
+        return settle(upgrade, waitStatus, cancel && cancel->end());
     });
 }
 

@@ -31,6 +31,16 @@ bool exists(const QString& hostPath) {
     return access(toBytes(hostPath).constData(), F_OK) == 0;
 }
 
+/// Ends a move that was cancelled on the way: the copy goes as long as the source is whole, all
+/// `before` entries of it. Once it has lost something, the copy is whole, and the source goes.
+Outcome endMove(const QString& from, const QString& to, int before) {
+    const bool goesBack = contentsOf(from).entries == before;
+    if (!goesBack && contentsOf(to).entries != before)
+        return Outcome::Failed;
+    runSystem(QString("rm -rf '%1'").arg(goesBack ? to : from));
+    return goesBack ? Outcome::Cancelled : Outcome::Done;
+}
+
 /// Moves the folder; true when the application lies at `to` afterwards. What a failed move has left
 /// there is taken away as long as the source is still whole: half an application must not turn up
 /// beside the real one. Once the source has lost something, the target is the whole one.
@@ -40,7 +50,11 @@ bool moveFolder(const QString& from, const QString& to, bool quietOnSuccess) {
         return false;
     }
     const int before = contentsOf(from).entries;
-    const bool done = runPathCommand(from, QString("mv '%1' '%2/'").arg(from, to), quietOnSuccess);
+    WorkCancel cancel(WorkCancel::AtOnce);
+    const bool done = runPathCommand(
+        from, QString("mv '%1' '%2/'").arg(from, to), quietOnSuccess, [&](int waitStatus) {
+            return cancel.end() ? endMove(from, to, before) : outcomeOf(waitStatus);
+        });
     // A command that a signal ended counts as a success, so the folder itself has to tell.
     if (done && !exists(from))
         return true;
@@ -122,7 +136,17 @@ void saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
     if (fitsInQuotes(older))
         runSystem(QString("rm -f '%1'").arg(older));
     const WorkGoal goal(WorkGoal::Reads, contentsOf(hostPath(app.path)).bytes);
-    runPathCommand(older, enter + pack, quietOnSuccess);
+    const QString unfinished = older + ".tmp";
+    const bool isOurs = !exists(unfinished);
+    WorkCancel cancel(WorkCancel::AtOnce);
+    runPathCommand(older, enter + pack, quietOnSuccess, [&](int waitStatus) {
+        if (!cancel.end() || waitStatus == 0)
+            return outcomeOf(waitStatus);
+        remove(toBytes(older).constData());
+        if (isOurs)
+            remove(toBytes(unfinished).constData());
+        return Outcome::Cancelled;
+    });
 }
 
 bool deleteApp(ZPK_App& app, bool quietOnSuccess) {

@@ -172,6 +172,11 @@ QSet<QString> outermostFolders(const PackageInfo& info) {
     return names;
 }
 
+bool holdsOnlyFolders(const PackageInfo& info) {
+    return std::all_of(info.names.begin(), info.names.end(),
+                       [](const QString& name) { return name.contains('/'); });
+}
+
 qint64 bytesUnpacked(const PackageInfo& info) {
     // A file takes whole blocks.
     constexpr qint64 blockSize = 4096;

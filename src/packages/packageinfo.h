@@ -48,6 +48,9 @@ bool isUnchanged(const Package& package);
 /// The folders that the package holds directly.
 QSet<QString> outermostFolders(const PackageInfo& info);
 
+/// False where files lie beside the folders of the package.
+bool holdsOnlyFolders(const PackageInfo& info);
+
 /// Bytes that the package takes on the storage.
 qint64 bytesUnpacked(const PackageInfo& info);
 

@@ -107,10 +107,13 @@ QString readLog(FILE* log) {
     return QString();
 }
 
-/// An exit status whose low seven bits are zero is a success; 128 is, too, and so is a command that
-/// a signal ended.
-bool isSuccess(int status) {
-    return (status & 127) == 0;
+void showOutcome(Outcome outcome, bool quietOnSuccess, FILE* log) {
+    if (outcome == Outcome::Failed)
+        showError(readLog(log));
+    else if (outcome == Outcome::Cancelled)
+        showNotice(tr("POP_CANCELLED_TITLE"), tr("POP_CANCELLED_TEXT"));
+    else if (!quietOnSuccess)
+        showNotice(tr("POP_OK_TITLE"), tr("POP_OK_TEXT"));
 }
 
 } // namespace
@@ -127,11 +130,11 @@ void outliveReaders() {
 }
 
 int runSystem(const QString& command) {
-    outliveReaders(); // Qt ignores the signal from its first process on
-    fflush(stdout);
-    const EmptyInput noInput;
-    const QByteArray line = toBytes(command);
-    return runBeside([&] { return system(line.constData()); });
+    return runCommand(command, system);
+}
+
+int launch(const QString& command) {
+    return runCommand(command, systemAsGiven);
 }
 
 bool runShellCommand(QString& command, bool quietOnSuccess, const Verdict& verdict) {
@@ -147,21 +150,16 @@ bool runShellCommand(QString& command, bool quietOnSuccess, const Verdict& verdi
     }
     printf("DEBUG:: Exec command ( %s )\n", plainCommand.constData());
     const int waitStatus = runSystem(command);
-    const int status = waitStatus >> 8;
-    printf("DEBUG:: Command executed returned %d\n", status);
-    const bool isDone = !verdict || verdict(waitStatus);
-    const bool success = isDone && isSuccess(status);
-    if (success && quietOnSuccess)
+    printf("DEBUG:: Command executed returned %d\n", waitStatus >> 8);
+    const Outcome outcome = verdict(waitStatus);
+    showOutcome(outcome, quietOnSuccess, log.get());
+    if (outcome == Outcome::Done && quietOnSuccess)
         return true;
-    if (success)
-        showNotice(tr("POP_OK_TITLE"), tr("POP_OK_TEXT"));
-    else
-        showError(readLog(log.get()));
     if (isStillAt(log.get(), toBytes(path))) {
         runSystem("cat " + path);
         remove(toBytes(path).constData());
     }
-    return success;
+    return outcome == Outcome::Done;
 }
 
 void showError(const QString& text) {

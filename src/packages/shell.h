@@ -16,15 +16,19 @@ int runSystem(const QString& command);
 /// As `runSystem`, for an application: it gets the environment that the program was given.
 int launch(const QString& command);
 
-/// Asked when a command has ended, before anything is shown, with what `system` returned. False
-/// makes a failure of what would count as a success.
-using Verdict = std::function<bool(int waitStatus)>;
+enum class Outcome { Done, Failed, Cancelled };
+
+/// What a command counts as that ended with `waitStatus`, which `system` returned.
+Outcome outcomeOf(int waitStatus);
+
+/// Asked when a command has ended, before anything is shown: what it counts as.
+using Verdict = std::function<Outcome(int waitStatus)>;
 
 /// Runs `command` with its output in the command log, and shows how it ended: a notice of success
-/// (not with `quietOnSuccess`), or an error popup with the command's output. True when it
-/// succeeded; false at once for an empty command. The redirection into the log is appended to the
-/// caller's `command` itself.
-bool runShellCommand(QString& command, bool quietOnSuccess, const Verdict& verdict = {});
+/// (not with `quietOnSuccess`), an error popup with the command's output, or a notice that it was
+/// cancelled. True when it succeeded; false at once for an empty command. The redirection into the
+/// log is appended to the caller's `command` itself.
+bool runShellCommand(QString& command, bool quietOnSuccess, const Verdict& verdict = outcomeOf);
 
 /// Shows `text` in an error popup.
 void showError(const QString& text);
@@ -52,4 +56,4 @@ bool fitsInQuotes(const QString& path);
 /// As `runShellCommand` for a command with `path` in it. A path that does not fit ends it as a
 /// failed command does, with an error popup that says why, and nothing is run.
 bool runPathCommand(const QString& path, QString command, bool quietOnSuccess,
-                    const Verdict& verdict = {});
+                    const Verdict& verdict = outcomeOf);

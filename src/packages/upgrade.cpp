@@ -121,8 +121,10 @@ void mendIn(const QByteArray& root) {
 Upgrade::Upgrade(const QString& root, const QSet<QString>& names) {
     const QByteArray host = toBytes(hostPath(root));
     for (const QString& name : names) {
-        m_isReady =
-            m_isReady && (!isFolder(pathOf(host, toBytes(name))) || putAside(host, toBytes(name)));
+        const QByteArray path = pathOf(host, toBytes(name));
+        if (!isThere(path))
+            m_new.push_back(path);
+        m_isReady = m_isReady && (!isFolder(path) || putAside(host, toBytes(name)));
     }
     if (!m_isReady)
         giveBack();
@@ -160,6 +162,12 @@ void Upgrade::giveBack() {
         close(aside.lock);
     }
     m_asides.clear();
+}
+
+void Upgrade::undo() {
+    giveBack();
+    for (const QByteArray& path : m_new)
+        removeTree(path);
 }
 
 void Upgrade::finish() {

@@ -6,9 +6,10 @@
 #include <optional>
 #include <vector>
 
-/// An installation over what is installed. The old version is put aside until the new one is whole,
-/// so that one of the two is there whatever happens: NAME waits as ".NAME.before" until then, and
-/// as ".NAME.left" while its files that the new version lacks go over to that.
+/// An installation that can be undone. Where it goes over what is installed, the old version is put
+/// aside until the new one is whole, so that one of the two is there whatever happens: NAME waits
+/// as ".NAME.before" until then, and as ".NAME.left" while its files that the new version lacks go
+/// over to that.
 class Upgrade {
 public:
     /// Puts aside those folders of that name that lie in `root` (of the phone). While the object
@@ -31,6 +32,9 @@ public:
     /// Removes what has come into the places of the old versions, and gives those back.
     void giveBack();
 
+    /// As `giveBack`, and removes what came where nothing lay before.
+    void undo();
+
     /// The new versions count from here on; settings, saved games and whatever else they did not
     /// bring are moved into them.
     void finish();
@@ -45,6 +49,7 @@ private:
     bool putAside(const QByteArray& root, const QByteArray& name);
 
     std::vector<Aside> m_asides;
+    std::vector<QByteArray> m_new; ///< of the machine; nothing lay there
     bool m_isReady = true;
 };
 

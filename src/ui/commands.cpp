@@ -30,6 +30,12 @@ ZPK_App* confirmed(const char* textKey, const ZPK_App& app) {
     return confirm(textKey, app.shownName()) ? appAt(path) : nullptr;
 }
 
+void tellIfStopped(int number, int total) {
+    if (number < total)
+        showNotice(tr("POP_CANCELLED_TITLE"),
+                   tr("POP_STOPPED_TEXT").arg(QString::number(number), QString::number(total)));
+}
+
 } // namespace
 
 void zBaseGUI::quit() {
@@ -212,9 +218,10 @@ void zBaseGUI::cmd_MultiDelete() {
         return;
     showWhileWorking(*m_pleaseWait, ::tr("APP_DELETE"));
     const int total = checkedCount();
+    WorkCancel cancel(WorkCancel::AfterPart);
     int number = 0;
     int removed = 0;
-    for (int i = 0; i < rows; ++i) {
+    for (int i = 0; i < rows && !cancel.isRequested(); ++i) {
         ZPK_App* app = m_appList->item(i)->isChecked() ? getApp(i - removed) : nullptr;
         if (!app)
             continue;
@@ -228,6 +235,7 @@ void zBaseGUI::cmd_MultiDelete() {
     }
     m_pleaseWait->hide();
     mainOptM_MultiSelect();
+    tellIfStopped(number, total);
 }
 
 /// A moved application may leave the list, and its row with it.
@@ -236,8 +244,9 @@ void zBaseGUI::cmd_MultiMove() {
         return;
     showWhileWorking(*m_pleaseWait, ::tr("APP_MOVE"));
     const int total = checkedCount();
+    WorkCancel cancel(WorkCancel::AfterPart);
     int number = 0;
-    for (int row = 0; row < m_appList->count();) {
+    for (int row = 0; row < m_appList->count() && !cancel.isRequested();) {
         const int before = m_appList->count();
         ZPK_App* app = m_appList->item(row)->isChecked() ? getApp(row) : nullptr;
         if (app) {
@@ -251,4 +260,5 @@ void zBaseGUI::cmd_MultiMove() {
     }
     m_pleaseWait->hide();
     mainOptM_MultiSelect();
+    tellIfStopped(number, total);
 }
