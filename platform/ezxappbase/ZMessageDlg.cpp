@@ -76,10 +76,9 @@ void ZMessageDlg::setOffError() {
     before->setBreakableText(readablePart(lines.mid(0, line).join('\n')));
     before->setAccessibleName(m_text.left(longestText));
     before->setVisible(line > 0);
-    m_error = addText(lines.at(line).trimmed());
-    QPalette inks = m_error->palette();
-    inks.setColor(QPalette::WindowText, colours().accent);
-    m_error->setPalette(inks);
+    m_error = addText(QString());
+    m_error->setFont(lookFont(Measure::secondFont, QFont::DemiBold));
+    m_error->setBreakableText(lines.at(line).trimmed());
     if (line + 1 < lines.size())
         addText(readablePart(lines.mid(line + 1).join('\n')));
 }
