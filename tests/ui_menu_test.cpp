@@ -359,7 +359,7 @@ TEST_F(UiMenu, ClosingTheWindowClosesWhatLiesOnTop) {
     EXPECT_TRUE(isKeptBy([&] {
         QTimer::singleShot(50, qApp, close);
         chooseInMenu({9}); // a notice waits
-        EXPECT_FALSE(ZPopup::isAnyShown());
+        EXPECT_FALSE(ZPopup::shown());
     }));
     EXPECT_TRUE(isLeftBy(close));
 }

@@ -1,6 +1,7 @@
 #include "PhoneRoot.h"
 #include "due.h"
 #include "files.h"
+#include "settings.h"
 #include "steps.h"
 #include "words.h"
 
@@ -34,6 +35,26 @@ void makeHalfPackage() {
     QFile half(hostPath(downloads + "/half.zpk"));
     if (whole.open(QFile::ReadOnly) && half.open(QFile::WriteOnly))
         half.write(whole.read(whole.size() / 2));
+}
+
+QString realArchiver;
+
+/// An archiver that takes its time for what it has unpacked.
+void slowDown() {
+    const QString path = hostPath("/tmp/slow");
+    QFile script(path);
+    if (!script.open(QFile::WriteOnly))
+        return;
+    realArchiver = ArchiverPath;
+    script.write(QString("#!/bin/sh\n%1 \"$@\" || exit\n[ \"$2\" != -y ] || sleep 60\n")
+                     .arg(realArchiver)
+                     .toUtf8());
+    script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    ArchiverPath = path;
+}
+
+void speedUp() {
+    ArchiverPath = realArchiver;
 }
 
 /// The window as it comes up, its options, and the view's filters.
@@ -107,10 +128,7 @@ QList<Step> anInstallation() {
          "goes to the card",
          {Qt::Key_Down},
          {shows(placeQuestion(true)), isFolderOf(cardApps, {"CityMap", "Zametki"})}},
-        {"please-wait",
-         "accepts",
-         {left},
-         {shows({"torch-1.0.zpk", {word("POP_PLEASEWAIT")}, "", ""})}},
+        {"please-wait", "accepts", {left}, {tells("torch-1.0.zpk", word("POP_PLEASEWAIT"))}},
         {"success", "waits", {}, {shows(success())}},
         {"installed",
          "acknowledges",
@@ -120,6 +138,31 @@ QList<Step> anInstallation() {
           isFile(cardApps + "/Torch/torch"), isExecutable(cardApps + "/Torch/torch")}},
         {"new-list", "goes to the applications", {Qt::Key_Left}, {shows(appList(withTorch))}},
         {"new-row", "goes to the new one", {Row{"Torch"}}, {shows(appList(withTorch, 3))}},
+    };
+}
+
+/// An installation that takes long, and that the user does not want to wait for.
+QList<Step> aCancelling() {
+    return {
+        {"slow",
+         "chooses it once more, while the storage is slow",
+         {slowDown, Qt::Key_Right, Row{"torch-1.0.zpk"}, enter},
+         {tells(word("POP_INSTALL_ZPK_TITLE"), "Torch")}},
+        {"slow-where", "says yes", {left}, {shows(placeQuestion(false))}},
+        {"slow-wait",
+         "takes the phone's memory",
+         {left},
+         {shows({"torch-1.0.zpk", {word("POP_PLEASEWAIT")}, "", word("SK_CANCEL")})}},
+        {"cancelled",
+         "cancels",
+         {right},
+         {tells(word("POP_CANCELLED_TITLE"), word("POP_CANCELLED_TEXT")),
+          isFolderOf(phoneApps, {"BlockDrop", "Calculator", "WorldClock"})}},
+        {"cancelled-end",
+         "acknowledges",
+         {speedUp, left},
+         {shows(downloadList(allFiles, 7)), isFolderOf(cardApps, {"CityMap", "Torch", "Zametki"})}},
+        {"cancelled-list", "goes to the applications", {Qt::Key_Left}, {shows(appList(withTorch))}},
     };
 }
 
@@ -188,6 +231,6 @@ QList<Step> aRegistration() {
 } // namespace
 
 QList<Step> firstWalk() {
-    return theList() + thePackages() + anInstallation() + multiSelect() + aFailure() +
-           aRegistration() + leavingWithRestart();
+    return theList() + thePackages() + anInstallation() + aCancelling() + multiSelect() +
+           aFailure() + aRegistration() + leavingWithRestart();
 }

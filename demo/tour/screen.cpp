@@ -132,7 +132,7 @@ QList<TextPlace> rowTexts(const ZListBox& list) {
 
 /// Labels and buttons of what is in front, and the rows of the list where that is the window.
 QList<TextPlace> textsInFront() {
-    const QWidget* front = ZPopup::active();
+    const QWidget* front = ZPopup::shown();
     if (!front)
         front = ZOptionsMenu::active();
     QList<TextPlace> texts = front ? QList<TextPlace>() : rowTexts(listInFront());
@@ -155,7 +155,7 @@ QString Screen::text() const {
 }
 
 Screen readScreen() {
-    if (const ZPopup* popup = ZPopup::active(); popup && popup->isVisible())
+    if (const ZPopup* popup = ZPopup::shown(); popup && popup->isVisible())
         return readDialog(*popup);
     if (const ZOptionsMenu* menu = ZOptionsMenu::active(); menu && menu->isVisible())
         return readMenu(*menu);

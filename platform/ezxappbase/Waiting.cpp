@@ -100,7 +100,7 @@ int runBeside(const std::function<int()>& work) {
     canceller.start(interval);
     ++workDepth;
     thread->start();
-    loop.exec(ZPopup::isAnyShown() ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
+    loop.exec(ZPopup::shown() ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
     thread->wait();
     --workDepth;
     return result;

@@ -59,8 +59,8 @@ ZPopup* ZPopup::active() {
     return waitingPopups.isEmpty() ? nullptr : waitingPopups.last();
 }
 
-bool ZPopup::isAnyShown() {
-    return !shownPopups.isEmpty();
+ZPopup* ZPopup::shown() {
+    return shownPopups.isEmpty() ? nullptr : shownPopups.last();
 }
 
 void ZPopup::setTitle(const QString& title) {

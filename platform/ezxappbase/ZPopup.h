@@ -49,8 +49,8 @@ public:
     /// The popup on top of the screen that waits for an answer, or none.
     static ZPopup* active();
 
-    /// True while a popup is on the screen, whether it waits for an answer or not.
-    static bool isAnyShown();
+    /// The popup on top of the screen, whether it waits for an answer or not, or none.
+    static ZPopup* shown();
 
 protected:
     void setSoftKeys(const QString& left, const QString& right);
