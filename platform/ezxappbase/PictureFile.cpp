@@ -4,8 +4,11 @@
 #include "SafeSvg.h"
 
 #include <QBuffer>
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QImageReader>
+#include <QSemaphore>
+#include <QThreadPool>
 
 namespace {
 
@@ -19,25 +22,59 @@ bool isSafePicture(const QByteArray& format, const QByteArray& bytes) {
     return format == "svg" ? isSafeSvg(bytes) : rasters.contains(format);
 }
 
-} // namespace
-
-QPixmap loadPicture(const QString& path, int size) {
-    QByteArray bytes;
-    return readRegularFile(path, largestFile, bytes) ? readPicture(bytes, size) : QPixmap();
-}
-
-QPixmap readPicture(QByteArray bytes, int size) {
+QImage readImage(QByteArray bytes, int size, qreal ratio) {
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer);
     if (!isSafePicture(reader.format(), bytes))
-        return QPixmap();
+        return QImage();
     const QSize natural = reader.size();
     if (natural.isEmpty() || natural.width() > longestSide || natural.height() > longestSide)
-        return QPixmap();
-    const qreal ratio = qGuiApp->devicePixelRatio();
+        return QImage();
     const QSize room(qRound(size * ratio), qRound(size * ratio));
     reader.setScaledSize(natural.scaled(room, Qt::KeepAspectRatio));
     QImage image = reader.read();
     image.setDevicePixelRatio(ratio);
-    return QPixmap::fromImage(image);
+    return image;
+}
+
+QImage loadImage(const QString& path, int size, qreal ratio) {
+    QByteArray bytes;
+    return readRegularFile(path, largestFile, bytes) ? readImage(bytes, size, ratio) : QImage();
+}
+
+} // namespace
+
+QPixmap loadPicture(const QString& path, int size) {
+    return QPixmap::fromImage(loadImage(path, size, qGuiApp->devicePixelRatio()));
+}
+
+QPixmap readPicture(QByteArray bytes, int size) {
+    return QPixmap::fromImage(readImage(std::move(bytes), size, qGuiApp->devicePixelRatio()));
+}
+
+struct PictureLoad::Job {
+    QImage image;
+    QSemaphore end;
+    QElapsedTimer clock;
+};
+
+PictureLoad::PictureLoad(const QString& path, int size) : m_job(std::make_shared<Job>()) {
+    static QThreadPool readers; // of its own: what else runs beside the event loop takes long
+    m_job->clock.start();
+    readers.start([job = m_job, path, size, ratio = qGuiApp->devicePixelRatio()] {
+        job->image = loadImage(path, size, ratio);
+        job->end.release();
+    });
+}
+
+bool PictureLoad::isOver(int milliseconds) const {
+    constexpr qint64 longest = 2000;
+    if (!m_job->end.tryAcquire(1, milliseconds))
+        return m_job->clock.elapsed() > longest;
+    m_job->end.release();
+    return true;
+}
+
+QPixmap PictureLoad::picture() const {
+    return m_job->end.available() > 0 ? QPixmap::fromImage(m_job->image) : QPixmap();
 }

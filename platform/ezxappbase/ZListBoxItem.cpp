@@ -3,6 +3,16 @@
 #include "PictureFile.h"
 #include "ZListBox.h"
 
+#include <QTimer>
+
+#include <utility>
+
+namespace {
+
+constexpr int patience = 100; // ms that the screen waits for an icon
+
+} // namespace
+
 ZListBoxItem::ZListBoxItem(const ZListBox* box) {
     setEditable(false);
     if (box->hasCheckBoxes()) {
@@ -32,12 +42,28 @@ QPixmap ZListBoxItem::pixmap(int index, int size) const {
     if (index >= m_columns.size())
         return QPixmap();
     Column& column = m_columns[index];
-    if (!column.iconFile.isEmpty()) {
-        if (const QPixmap picture = loadPicture(column.iconFile, size); !picture.isNull())
-            column.icon = picture;
-        column.iconFile.clear();
+    const bool isFirst = !column.iconFile.isEmpty();
+    if (isFirst)
+        column.iconLoad =
+            std::make_shared<PictureLoad>(std::exchange(column.iconFile, QString()), size);
+    if (!column.iconLoad)
+        return column.icon;
+    if (!column.iconLoad->isOver(isFirst ? patience : 0)) {
+        paintLater();
+        return column.icon;
     }
+    if (const QPixmap picture = column.iconLoad->picture(); !picture.isNull())
+        column.icon = picture;
+    column.iconLoad.reset();
     return column.icon;
+}
+
+void ZListBoxItem::paintLater() const {
+    QTimer::singleShot(patience, model(),
+                       [model = model(), place = QPersistentModelIndex(index())] {
+                           if (place.isValid())
+                               emit model->dataChanged(place, place);
+                       });
 }
 
 void ZListBoxItem::appendSubItem(int index, const ZListItem& line) {

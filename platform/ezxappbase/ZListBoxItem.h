@@ -5,6 +5,9 @@
 #include <QList>
 #include <QStandardItem>
 
+#include <memory>
+
+class PictureLoad;
 class ZListBox;
 
 /// One row of a list, in columns as the list's item layout says: a check box, an icon, lines of
@@ -17,7 +20,7 @@ public:
     void setPixmap(int column, const QPixmap& icon);
 
     /// The icon is read from the file at `path` (of the machine) when the row is first painted;
-    /// `otherwise` is shown where no picture can be read from it.
+    /// `otherwise` is shown where no picture can be read from it, and until a slow one has been.
     void setPixmapFile(int column, const QString& path, const QPixmap& otherwise);
 
     /// The icon of `column`, `size` pixels square; it may be empty.
@@ -40,11 +43,13 @@ private:
     struct Column {
         QPixmap icon;
         QString iconFile;
+        std::shared_ptr<PictureLoad> iconLoad; ///< while the file is read
         QList<ZListItem> lines;
     };
 
     Column& column(int index);
     void linesChanged();
+    void paintLater() const;
 
     mutable QList<Column> m_columns;
 };
