@@ -75,6 +75,31 @@ sweep() {
     printf 'killed at %d calls\n' "$(wc -w <<<"$calls")"
 }
 
+# The archiver, at each call of its own that writes: FAULT happens to it, such as signal=KILL.
+sweep_archiver() {
+    local name number undone=0
+    archiver "exec strace -f -o $work/calls -e trace=write,mkdir,ftruncate $seven_zip \"\$@\""
+    install_old
+    start 0 "$quiver" x game.zpk
+    is after 'unpacked under a trace'
+    for name in write mkdir ftruncate; do
+        for ((number = $(grep -c " $name(" calls); number > 0; number--)); do
+            archiver "exec strace -f -o $work/fault -e trace=$name \
+                -e inject=$name:$1:when=$number+ $seven_zip \"\$@\""
+            install_old
+            start 0 "$quiver" x game.zpk
+            if diff -r old "$apps" >/dev/null; then
+                ((++undone))
+            else
+                is after "with the archiver's $name $number: $1" # its last words do not count
+            fi
+            grep -q -e INJECTED -e 'killed by' fault || complain "no fault at $name $number"
+        done
+    done
+    ((undone > 5)) || complain "$1: only $undone upgrades were undone"
+    printf '%s: %d upgrades were undone\n' "$1" "$undone"
+}
+
 new_phone
 mkdir app
 cp "$quiver" "$build"/bin/quiver_en.lng app
@@ -91,4 +116,6 @@ archiver "$seven_zip \"\$@\" >part; rm -r $apps/Game/run; pkill -9 -f '^$quiver 
 try old 'after the program was killed with its archiver' game.zpk restart
 archiver "exec $seven_zip \"\$@\""
 sweep
+sweep_archiver signal=KILL
+sweep_archiver error=ENOSPC
 passed
