@@ -177,7 +177,7 @@ check_foreign_settings() {
     has out 'Parametro [3] = --list-apps-in-db'
     local platform answers=$'n\n'
     touch asked.zpk
-    for platform in xcb wayland offscreen minimal ''; do
+    for platform in xcb wayland linuxfb eglfs offscreen minimal ''; do
         start 0 env QT_QPA_PLATFORM=$platform "$quiver" -reverse --list-apps-in-db
         has out '[List END]'
         start 0 env QT_QPA_PLATFORM=$platform timeout 20 "$quiver" x asked.zpk

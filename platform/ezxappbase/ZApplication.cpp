@@ -6,6 +6,7 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QDir>
 #include <QFontDatabase>
 
 #include <clocale>
@@ -45,6 +46,12 @@ void setScale() {
         qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
 }
 
+/// Qt's platforms on the bare display end the program, or break down later, where there is none.
+bool lacksDevice(const QByteArray& platform) {
+    return (platform.startsWith("linuxfb") || platform.startsWith("eglfs")) &&
+           QDir("/dev").entryList({"fb*", "dri"}, QDir::System | QDir::Dirs).isEmpty();
+}
+
 /// Qt ends the program when it finds no display; naming the invisible one last prevents that.
 void choosePlatform() {
     QByteArray platforms = qgetenv("QT_QPA_PLATFORM");
@@ -52,6 +59,8 @@ void choosePlatform() {
         platforms = "wayland;";
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY"))
         platforms += "xcb;";
+    if (lacksDevice(platforms))
+        platforms.clear();
     if (!platforms.isEmpty() && !platforms.endsWith(';'))
         platforms += ';';
     qputenv("QT_QPA_PLATFORM", platforms + "offscreen");
