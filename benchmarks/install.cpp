@@ -75,9 +75,8 @@ int main(int argc, char** argv) {
     const Package package = packageAt(fromBytes(argv[1]));
     if (!package.info)
         return 1;
-    const std::unique_ptr<ZPopup> pleaseWait = makePleaseWait();
     const Watch watch;
-    if (!installZpk(package, *pleaseWait, false))
+    if (!installZpk(package, false))
         return 1;
     watch.print();
     return EXIT_SUCCESS;

@@ -13,7 +13,7 @@ add_executable(ops_tests
     ui_support.cpp)
 target_compile_definitions(ops_tests PRIVATE QUIVER_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
                                              SEVEN_ZIP="${SEVEN_ZIP}")
-target_link_libraries(ops_tests PRIVATE quiver_ui GTest::gtest Qt6::Test)
+target_link_libraries(ops_tests PRIVATE quiver_window GTest::gtest Qt6::Test)
 gtest_discover_tests(ops_tests TEST_PREFIX ops. TEST_FILTER -Storage.* DISCOVERY_TIMEOUT 300
                      PROPERTIES TIMEOUT 600)
 
@@ -22,7 +22,7 @@ add_test(NAME ops_storage COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/ops_storage.sh
 set_tests_properties(ops_storage PROPERTIES TIMEOUT 600 SKIP_RETURN_CODE 77)
 
 add_executable(ops_driver leaks.cpp ops_agreement.cpp ops_driver.cpp)
-target_link_libraries(ops_driver PRIVATE quiver_core)
+target_link_libraries(ops_driver PRIVATE quiver_window)
 foreach(name IN ITEMS bad_packages hostile_names)
     add_test(NAME ${name} COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/${name}.sh
                                   ${CMAKE_BINARY_DIR} ${SEVEN_ZIP} $<TARGET_FILE:ops_driver>)

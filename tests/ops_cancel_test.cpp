@@ -5,7 +5,6 @@
 #include "ZListBox.h"
 #include "ZPopup.h"
 #include "ZScreen.h"
-#include "dialogs.h"
 #include "discovery.h"
 #include "install.h"
 #include "language.h"
@@ -93,9 +92,8 @@ TEST_F(Cancelling, LeavesEveryByteAsItWas) {
     ASSERT_EQ(system(("cd " + apps + "; " SEVEN_ZIP " a " + package + " Game > /dev/null").data()),
               0);
     const auto install = [&] {
-        const auto wait = makePleaseWait();
         const Dialogs dialogs({pressing(Qt::Key_Return), pleaseWait(), nothingLeft()});
-        installZpk(packageAt(fromBytes(package)), *wait, false);
+        installZpk(packageAt(fromBytes(package)), false);
     };
     for (const int share : {1, 2, 3}) {
         SCOPED_TRACE(share);

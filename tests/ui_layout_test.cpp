@@ -11,7 +11,7 @@
 #include "ZPK_App.h"
 #include "ZPopup.h"
 #include "ZScreen.h"
-#include "install.h"
+#include "question.h"
 #include "language.h"
 #include "packageinfo.h"
 
@@ -183,7 +183,7 @@ TEST_P(UiLayout, DialogsCanBeRead) {
     info.folder = "Game";
     {
         Dialogs dialogs({reading("no application", Key_F2)});
-        askToInstall("T", "T", "a.zpk", info);
+        askToInstall("T", "T", {"a.zpk", "", info});
     }
     auto app = std::make_shared<ZPK_App>();
     app->name = QString(127, 'J'); // reaches out to the left
@@ -193,7 +193,7 @@ TEST_P(UiLayout, DialogsCanBeRead) {
     for (const char* version : {"1.0", "2.0", "99"}) {
         app->version = version;
         Dialogs dialogs({reading("package", Key_F2)});
-        askToInstall("T", "T", "a.zpk", info);
+        askToInstall("T", "T", {"a.zpk", "", info});
     }
 }
 

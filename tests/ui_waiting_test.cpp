@@ -25,7 +25,7 @@ protected:
         addApp(0, "Alpha");
         addApp(0, "Beta");
         openFilled();
-        showWhileWorking(*m_pleaseWait, "Alpha");
+        showWorking("Alpha");
     }
 
     /// Runs the shell command and asks `question` every now and then meanwhile.
@@ -36,10 +36,7 @@ protected:
         EXPECT_EQ(runSystem(command), 0);
     }
 
-    WaitBar& bar() { return *m_pleaseWait->findChild<WaitBar*>(); }
-
-private:
-    std::unique_ptr<ZPopup> m_pleaseWait = makePleaseWait();
+    WaitBar& bar() { return *ZPopup::shown()->findChild<WaitBar*>(); }
 };
 
 } // namespace

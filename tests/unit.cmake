@@ -17,5 +17,5 @@ add_executable(unit_tests
     support.cpp
     zconfig_test.cpp)
 target_compile_definitions(unit_tests PRIVATE QUIVER_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-target_link_libraries(unit_tests PRIVATE quiver_core GTest::gtest Qt6::Test)
+target_link_libraries(unit_tests PRIVATE quiver_window GTest::gtest Qt6::Test)
 gtest_discover_tests(unit_tests DISCOVERY_TIMEOUT 300 PROPERTIES TIMEOUT 300 LABELS unit)

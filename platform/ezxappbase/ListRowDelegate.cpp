@@ -1,9 +1,12 @@
 #include "ListRowDelegate.h"
 
+#include "ListLayout.h"
 #include "Look.h"
-#include "ZListBox.h"
+#include "ZListBoxItem.h"
 
+#include <QAbstractItemView>
 #include <QPainter>
+#include <QStandardItemModel>
 
 #include <algorithm>
 
@@ -16,8 +19,9 @@ QFont nameFont(const ZListItem& line) {
     return lookFont(Measure::nameFont, line.strong ? QFont::DemiBold : QFont::Normal);
 }
 
-const ZListBoxItem& itemAt(const ZListBox* box, const QModelIndex& index) {
-    return *box->item(index.row());
+const ZListBoxItem& itemAt(const QModelIndex& index) {
+    const auto* model = static_cast<const QStandardItemModel*>(index.model());
+    return static_cast<const ZListBoxItem&>(*model->itemFromIndex(index));
 }
 
 /// The lines that the row has room for, in their order.
@@ -68,27 +72,28 @@ void paintMarker(QPainter& painter, const QRect& line, const ZListItem& item, co
 
 } // namespace
 
-ListRowDelegate::ListRowDelegate(ZListBox* box) : QStyledItemDelegate(box), m_box(box) {}
+ListRowDelegate::ListRowDelegate(QAbstractItemView* view, const ListLayout* layout)
+    : QStyledItemDelegate(view), m_view(view), m_layout(layout) {}
 
 QSize ListRowDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
-    return QSize(1, scaled(m_box->isCompact() ? Measure::compactRow : Measure::listRow));
+    return QSize(1, scaled(m_layout->isCompact() ? Measure::compactRow : Measure::listRow));
 }
 
 QRect ListRowDelegate::textPlace(const QRect& row, const QList<ZListItem>& lines) const {
-    const int icon = scaled(m_box->isCompact() ? Measure::compactIcon : Measure::rowIcon);
-    const int check = m_box->hasCheckBoxes() ? scaled(Measure::checkBox) + margin : 0;
+    const int icon = scaled(m_layout->isCompact() ? Measure::compactIcon : Measure::rowIcon);
+    const int check = m_layout->hasCheckBoxes() ? scaled(Measure::checkBox) + margin : 0;
     const int badge =
         lines.isEmpty() || lines.first().badge.isEmpty() ? 0 : badgeWidth(lines.first()) + margin;
     return row.adjusted(margin + check + icon + margin, 0, -margin - Measure::scrollBar - badge, 0);
 }
 
-int ListRowDelegate::hiddenNameWidth(const ZListBox* box, const QModelIndex& index) const {
+int ListRowDelegate::hiddenNameWidth(const QModelIndex& index) const {
     if (!index.isValid())
         return 0;
-    const QList<ZListItem> lines = shownLines(itemAt(box, index), box->textColumn());
+    const QList<ZListItem> lines = shownLines(itemAt(index), m_layout->textColumn());
     if (lines.isEmpty())
         return 0;
-    const QRect place = textPlace(QRect(0, 0, box->viewport()->width(), 1), lines);
+    const QRect place = textPlace(QRect(0, 0, m_view->viewport()->width(), 1), lines);
     const QFontMetrics metrics(nameFont(lines.first()));
     return qMax(0, metrics.horizontalAdvance(lines.first().text) -
                        textWidth(lines.first(), place.width()));
@@ -96,10 +101,10 @@ int ListRowDelegate::hiddenNameWidth(const ZListBox* box, const QModelIndex& ind
 
 void ListRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const {
-    const ZListBoxItem& item = itemAt(m_box, index);
+    const ZListBoxItem& item = itemAt(index);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    const bool focused = index == m_box->currentIndex();
+    const bool focused = index == m_view->currentIndex();
     if (focused)
         painter->fillRect(option.rect, colours().focus);
     paintIcon(*painter, option.rect, item, focused);
@@ -116,8 +121,8 @@ void ListRowDelegate::paintIcon(QPainter& painter, const QRect& row, const ZList
                       item.isChecked(), focused);
         left += size + margin;
     }
-    const int size = scaled(m_box->isCompact() ? Measure::compactIcon : Measure::rowIcon);
-    const QPixmap icon = item.pixmap(m_box->iconColumn(), size);
+    const int size = scaled(m_layout->isCompact() ? Measure::compactIcon : Measure::rowIcon);
+    const QPixmap icon = item.pixmap(m_layout->iconColumn(), size);
     if (icon.isNull())
         return;
     QRect place(QPoint(),
@@ -130,15 +135,15 @@ void ListRowDelegate::paintIcon(QPainter& painter, const QRect& row, const ZList
 void ListRowDelegate::paintLines(QPainter& painter, const QRect& row, const ZListBoxItem& item,
                                  bool focused) const {
     const Palette& palette = colours();
-    const QList<ZListItem> lines = shownLines(item, m_box->textColumn());
+    const QList<ZListItem> lines = shownLines(item, m_layout->textColumn());
     const QRect place = textPlace(row, lines);
     if (!lines.isEmpty() && !lines.first().badge.isEmpty())
         paintBadge(painter, row.adjusted(0, 0, -margin - Measure::scrollBar, 0), lines.first());
     painter.setPen(palette.line);
-    if (!focused && !m_box->isCompact())
+    if (!focused && !m_layout->isCompact())
         painter.drawLine(place.left(), row.bottom(), row.right(), row.bottom());
 
-    const int inset = lines.size() > 1 ? (m_box->isCompact() ? 1 : 3) : 0;
+    const int inset = lines.size() > 1 ? (m_layout->isCompact() ? 1 : 3) : 0;
     const int height = (row.height() - 2 * inset) / qMax<int>(1, int(lines.size()));
     for (int i = 0; i < lines.size(); ++i) {
         const ZListItem& line = lines.at(i);
@@ -154,7 +159,7 @@ void ListRowDelegate::paintLines(QPainter& painter, const QRect& row, const ZLis
         painter.setFont(isName ? nameFont(line) : lookFont(Measure::secondFont));
         painter.setPen(ink);
         const QString words = line.text.isEmpty() ? line.secondText : line.text;
-        const int offset = focused && isName ? m_box->nameOffset() : 0;
+        const int offset = focused && isName ? m_layout->nameOffset() : 0;
         const QString shown =
             offset > 0 ? words
                        : painter.fontMetrics().elidedText(words, Qt::ElideRight, text.width());

@@ -2,23 +2,24 @@
 
 #include <QStyledItemDelegate>
 
-class ZListBox;
+class ListLayout;
+class QAbstractItemView;
 class ZListBoxItem;
 struct ZListItem;
 
-/// Paints the rows of a list box.
+/// Paints the rows of a list, which are `ZListBoxItem`s in a `QStandardItemModel`.
 class ListRowDelegate : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
-    explicit ListRowDelegate(ZListBox* box);
+    ListRowDelegate(QAbstractItemView* view, const ListLayout* layout);
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
     /// Pixels of the row's name that do not fit; 0 where all of it does.
-    int hiddenNameWidth(const ZListBox* box, const QModelIndex& index) const;
+    int hiddenNameWidth(const QModelIndex& index) const;
 
 private:
     void paintIcon(QPainter& painter, const QRect& row, const ZListBoxItem& item,
@@ -27,7 +28,8 @@ private:
                     bool focused) const;
     QRect textPlace(const QRect& row, const QList<ZListItem>& lines) const;
 
-    const ZListBox* m_box;
+    const QAbstractItemView* m_view;
+    const ListLayout* m_layout;
 };
 
 /// Paints an icon, a heading and a hint in the middle of `place`, for a list with nothing to show.

@@ -2,6 +2,7 @@
 
 #include "Look.h"
 #include "PhoneStyle.h"
+#include "Waiting.h"
 #include "ZScreen.h"
 
 #include <QAccessible>
@@ -97,6 +98,7 @@ QAccessibleInterface* makeAccessible(const QString& className, QObject* object) 
 ZApplication::ZApplication(int&, char** argv, int) : QApplication(prepared(), argv) {
     giveBackEnvironment();
     displayFound = isVisiblePlatform();
+    setWaitingScreen(displayFound ? +[] { return ZScreen::instance().isCovered(); } : nullptr);
     QAccessible::installFactory(makeAccessible);
     QFont font;
     if (QFontDatabase::hasFamily("Noto Sans"))

@@ -27,10 +27,10 @@ int stepOfRepeat(int repeats) {
 } // namespace
 
 ZListBox::ZListBox(const QString& itemLayout, QWidget* parent, int)
-    : QListView(parent), m_model(new QStandardItemModel(this)), m_header(new ListHeader(this)),
-      m_layout(itemLayout) {
+    : QListView(parent), ListLayout(itemLayout), m_model(new QStandardItemModel(this)),
+      m_header(new ListHeader(this)) {
     setModel(m_model);
-    setItemDelegate(new ListRowDelegate(this));
+    setItemDelegate(new ListRowDelegate(this, this));
     setFrameShape(QFrame::NoFrame);
     setEditTriggers(NoEditTriggers);
     setSelectionMode(NoSelection);
@@ -48,11 +48,11 @@ ZListBox::ZListBox(const QString& itemLayout, QWidget* parent, int)
 }
 
 void ZListBox::setItemLayout(const QString& itemLayout) {
-    m_layout = itemLayout;
+    m_columns = itemLayout;
 }
 
 void ZListBox::setCompact(bool compact) {
-    m_compact = compact;
+    m_isCompact = compact;
 }
 
 void ZListBox::insertItem(ZListBoxItem* item, int index) {
@@ -125,7 +125,7 @@ void ZListBox::startNameScroll() {
 /// The name waits a moment, moves left to its end, waits, and begins anew.
 void ZListBox::scrollName() {
     const auto* delegate = static_cast<const ListRowDelegate*>(itemDelegate());
-    const int hidden = delegate->hiddenNameWidth(this, currentIndex());
+    const int hidden = delegate->hiddenNameWidth(currentIndex());
     if (hidden <= 0 || !hasFocus()) {
         m_nameTimer.stop();
         return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ListLayout.h"
 #include "ZListBoxItem.h"
 
 #include <QListView>
@@ -10,7 +11,7 @@ class QStandardItemModel;
 
 /// A list of rows, moved through by keys, wheel and finger. The highlight steps over a disabled
 /// row; as the first one it is a header, which stays in its place above the others.
-class ZListBox : public QListView {
+class ZListBox : public QListView, public ListLayout {
     Q_OBJECT
 
 public:
@@ -21,16 +22,8 @@ public:
     /// For the rows that are made from then on.
     void setItemLayout(const QString& itemLayout);
 
-    bool hasCheckBoxes() const { return m_layout.startsWith("%C"); }
-
-    int iconColumn() const { return hasCheckBoxes() ? 1 : 0; }
-
-    int textColumn() const { return iconColumn() + 1; }
-
     /// Lower rows with smaller icons, for long lists of files.
     void setCompact(bool compact);
-
-    bool isCompact() const { return m_compact; }
 
     /// Takes `item` into the list at `index`, at the end where it is -1.
     void insertItem(ZListBoxItem* item, int index);
@@ -47,9 +40,6 @@ public:
 
     /// What the list says in its middle while it has no more than `rows` rows.
     void setEmptyNotice(const QPixmap& icon, const QString& heading, const QString& hint, int rows);
-
-    /// Pixels by which the highlighted row's name has moved to the left, to show all of it.
-    int nameOffset() const { return m_nameOffset; }
 
 signals:
     /// The highlight moved to the row `index`.
@@ -74,15 +64,11 @@ private:
     int nextEnabled(int from, int step) const;
     void scrollName();
     void startNameScroll();
-
     void showHeader();
 
     QStandardItemModel* m_model;
     ListHeader* m_header;
-    QString m_layout;
-    bool m_compact = false;
     int m_repeats = 0;
-    int m_nameOffset = 0;
     int m_nameHold = 0;
     QTimer m_nameTimer;
     QPersistentModelIndex m_pressed;

@@ -1,8 +1,9 @@
 #include "ZListBoxItem.h"
 
+#include "ListLayout.h"
 #include "PictureFile.h"
-#include "ZListBox.h"
 
+#include <QStandardItemModel>
 #include <QTimer>
 
 #include <utility>
@@ -13,7 +14,7 @@ constexpr int patience = 100; // ms that the screen waits for an icon
 
 } // namespace
 
-ZListBoxItem::ZListBoxItem(const ZListBox* box) {
+ZListBoxItem::ZListBoxItem(const ListLayout* box) {
     setEditable(false);
     if (box->hasCheckBoxes()) {
         setCheckable(true);

@@ -7,15 +7,15 @@
 
 #include <memory>
 
+class ListLayout;
 class PictureLoad;
-class ZListBox;
 
 /// One row of a list, in columns as the list's item layout says: a check box, an icon, lines of
 /// text.
 class ZListBoxItem : public QStandardItem {
 public:
-    /// A row for `box`, of the layout that the box has then; it is not in the list yet.
-    explicit ZListBoxItem(const ZListBox* box);
+    /// A row for the list `box`, of the layout that it has then; it is not in the list yet.
+    explicit ZListBoxItem(const ListLayout* box);
 
     void setPixmap(int column, const QPixmap& icon);
 

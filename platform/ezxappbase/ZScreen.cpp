@@ -101,6 +101,11 @@ QWidget* ZScreen::topWidget() const {
     return nullptr;
 }
 
+bool ZScreen::isCovered() const {
+    const QWidget* top = topWidget();
+    return top && top != m_main;
+}
+
 /// Closing the window closes what lies on top of the screen. Only where nothing does, and no work
 /// is going on, is it the main widget's right soft key. Work that cannot be cancelled goes on.
 void ZScreen::closeEvent(QCloseEvent* event) {

@@ -28,6 +28,9 @@ public:
     /// keeps the event loop waiting may begin then. Keys and touches wait as well.
     void waitUntilPainted();
 
+    /// True while something lies over the main widget.
+    bool isCovered() const;
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     bool focusNextPrevChild(bool next) override;

@@ -1,15 +1,15 @@
 #pragma once
 
-#include <QPixmap>
+#include <QByteArray>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
 #include <memory>
 #include <optional>
 
-class ZPopup;
-
-/// The dialogs of the program, each shown and answered within the call.
+/// How the program speaks with its user. It calls these functions; the window and the terminal, or
+/// whoever else carries it, define them. A dialog is shown and answered within the call.
 
 /// Where `iconName` is not empty, that icon of the platform stands in the title bar.
 
@@ -18,7 +18,7 @@ bool askYesNo(const QString& title, const QString& text, const QString& iconName
 
 /// What a question is about.
 struct Details {
-    QPixmap icon;
+    QByteArray icon; ///< the file of a picture; empty for none
     QString heading;
     QString subheading;
     QList<std::pair<QString, QString>> facts; ///< each with its name
@@ -50,8 +50,6 @@ std::optional<int> chooseOne(const QString& title, const QString& text,
 std::optional<QString> askText(const QString& title, const QString& text, const QString& preset,
                                int bytes);
 
-/// The notice shown while a long operation runs, hidden to begin with.
-std::unique_ptr<ZPopup> makePleaseWait();
-
-/// Puts the notice on the screen under the title `title`, where it stays until its `hide`.
-void showWhileWorking(ZPopup& pleaseWait, const QString& title);
+/// Shows that work goes on, under the title `title`, until `hideWorking`.
+void showWorking(const QString& title);
+void hideWorking();

@@ -1,10 +1,8 @@
 #include "console.h"
 
 #include "Bytes.h"
-#include "ZPopup.h"
 #include "appregistry.h"
 #include "database.h"
-#include "dialogs.h"
 #include "install.h"
 
 #include <cstdio>
@@ -50,13 +48,12 @@ int checkParameters(int count, char** arguments) {
     if (count < 3 || access(arguments[2], F_OK) != 0)
         return 0;
     const QString path = fromBytes(arguments[2]);
-    const std::unique_ptr<ZPopup> pleaseWait = makePleaseWait();
     if (path.endsWith(".zpk", Qt::CaseInsensitive)) {
-        installZpkFromConsole(path, *pleaseWait);
+        installZpkFromConsole(path);
         return 1;
     }
     if (path.endsWith(".zsk", Qt::CaseInsensitive)) {
-        installZskFromConsole(path, *pleaseWait);
+        installZskFromConsole(path);
         return 1;
     }
     return 0;

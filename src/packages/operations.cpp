@@ -4,6 +4,7 @@
 #include "PhoneRoot.h"
 #include "RegularFile.h"
 #include "Waiting.h"
+#include "archiver.h"
 #include "database.h"
 #include "descriptor.h"
 #include "discovery.h"
@@ -125,9 +126,6 @@ void saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
     const QString name = folderName(app);
     const QString target = hostPath(folder);
     const QString enter = QString("cd '%1';").arg(hostPath(appsFolder(app.location)));
-    const QString pack =
-        QString(" %1 a -y '%2/%3.zpk' '%4'").arg(ArchiverPath, target, name, asFileArgument(name)) +
-        literalNameSwitch(name);
     const QString older = target + '/' + name + ".zpk";
     // Without its folder the archiver would leave an empty package, or pack what has the same name
     // in the working directory.
@@ -139,14 +137,15 @@ void saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
     const QString unfinished = older + ".tmp";
     const bool isOurs = !exists(unfinished);
     WorkCancel cancel(WorkCancel::AtOnce);
-    runPathCommand(older, enter + pack, quietOnSuccess, [&](int waitStatus) {
-        if (!cancel.end() || waitStatus == 0)
-            return outcomeOf(waitStatus);
-        remove(toBytes(older).constData());
-        if (isOurs)
-            remove(toBytes(unfinished).constData());
-        return Outcome::Cancelled;
-    });
+    runPathCommand(older, enter + ' ' + packCommand(older, name), quietOnSuccess,
+                   [&](int waitStatus) {
+                       if (!cancel.end() || waitStatus == 0)
+                           return outcomeOf(waitStatus);
+                       remove(toBytes(older).constData());
+                       if (isOurs)
+                           remove(toBytes(unfinished).constData());
+                       return Outcome::Cancelled;
+                   });
 }
 
 bool deleteApp(ZPK_App& app, bool quietOnSuccess) {

@@ -175,14 +175,6 @@ ErrorSubject::~ErrorSubject() {
     errorSubject.clear();
 }
 
-QString asFileArgument(const QString& name) {
-    return name.startsWith('-') || name.startsWith('@') ? "./" + name : name;
-}
-
-QString literalNameSwitch(const QString& name) {
-    return name.contains('*') || name.contains('?') ? " -spd" : "";
-}
-
 bool fitsInQuotes(const QString& path) {
     return !path.contains('\'');
 }

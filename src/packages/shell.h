@@ -42,13 +42,6 @@ public:
     Q_DISABLE_COPY_MOVE(ErrorSubject)
 };
 
-/// `name` so that the archiver takes it neither for an option nor for a list of names.
-QString asFileArgument(const QString& name);
-
-/// What a command of the archiver must end with so that it does not take `name` for a pattern, and
-/// with it all that matches; empty for most names.
-QString literalNameSwitch(const QString& name);
-
 /// True when `path` can stand in a command: the templates put paths in single quotes, which cannot
 /// hold one.
 bool fitsInQuotes(const QString& path);

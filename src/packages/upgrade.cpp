@@ -2,9 +2,9 @@
 
 #include "Bytes.h"
 #include "PhoneRoot.h"
+#include "aside.h"
 #include "paths.h"
 
-#include <climits>
 #include <filesystem>
 
 #include <dirent.h>
@@ -17,15 +17,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const QByteArray beforeEnd = ".before";
-const QByteArray leftEnd = ".left";
-
 QByteArray pathOf(const QByteArray& root, const QByteArray& name) {
     return root + '/' + name;
-}
-
-QByteArray asidePath(const QByteArray& root, const QByteArray& name, const QByteArray& end) {
-    return root + "/." + name + end;
 }
 
 bool isThere(const QByteArray& path) {
@@ -89,25 +82,19 @@ bool moveMissing(const QByteArray& from, const QByteArray& to) {
 
 bool giveBack(const QByteArray& root, const QByteArray& name) {
     const QByteArray path = pathOf(root, name);
-    return removeTree(path) && moveTo(asidePath(root, name, beforeEnd), path);
+    return removeTree(path) && moveTo(asidePath(root, name, asideBefore), path);
 }
 
 void bringOver(const QByteArray& root, const QByteArray& name) {
-    const QByteArray left = asidePath(root, name, leftEnd);
+    const QByteArray left = asidePath(root, name, asideLeft);
     if (moveMissing(left, pathOf(root, name)))
         removeTree(left);
 }
 
-/// The name between the dot and `end`; empty where it has another form.
-QByteArray nameOfAside(const QByteArray& name, const QByteArray& end) {
-    return name.startsWith('.') && name.endsWith(end) ? name.mid(1, name.size() - 1 - end.size())
-                                                      : QByteArray();
-}
-
 void mendIn(const QByteArray& root) {
     for (const QByteArray& aside : namesIn(root)) {
-        const QByteArray before = nameOfAside(aside, beforeEnd);
-        const QByteArray left = nameOfAside(aside, leftEnd);
+        const QByteArray before = nameOfAside(aside, asideBefore);
+        const QByteArray left = nameOfAside(aside, asideLeft);
         const int lock = before.isEmpty() && left.isEmpty() ? -1 : lockFolder(pathOf(root, aside));
         if (lock < 0)
             continue;
@@ -136,11 +123,11 @@ Upgrade::~Upgrade() {
 
 bool Upgrade::putAside(const QByteArray& root, const QByteArray& name) {
     const QByteArray path = pathOf(root, name);
-    const QByteArray before = asidePath(root, name, beforeEnd);
+    const QByteArray before = asidePath(root, name, asideBefore);
     const int lock = lockFolder(path);
     if (lock < 0)
         return false;
-    if (!isThere(before) && !isThere(asidePath(root, name, leftEnd)) && moveTo(path, before)) {
+    if (!isThere(before) && !isThere(asidePath(root, name, asideLeft)) && moveTo(path, before)) {
         m_asides.push_back({root, name, lock});
         return true;
     }
@@ -173,23 +160,14 @@ void Upgrade::undo() {
 void Upgrade::finish() {
     for (const Aside& aside : m_asides) {
         syncfs(aside.lock); // the new version outlives a power cut before the old one is touched
-        moveTo(asidePath(aside.root, aside.name, beforeEnd),
-               asidePath(aside.root, aside.name, leftEnd));
+        moveTo(asidePath(aside.root, aside.name, asideBefore),
+               asidePath(aside.root, aside.name, asideLeft));
     }
     for (const Aside& aside : m_asides) {
         bringOver(aside.root, aside.name);
         close(aside.lock);
     }
     m_asides.clear();
-}
-
-bool canBePutAside(const QString& name) {
-    return asidePath(QByteArray(), toBytes(name), beforeEnd).size() <= NAME_MAX;
-}
-
-bool isNameOfAside(const QString& name) {
-    const QByteArray bytes = toBytes(name);
-    return !nameOfAside(bytes, beforeEnd).isEmpty() || !nameOfAside(bytes, leftEnd).isEmpty();
 }
 
 void mendUpgrades() {

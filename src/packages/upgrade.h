@@ -53,12 +53,6 @@ private:
     bool m_isReady = true;
 };
 
-/// True for a folder whose name is short enough to be put aside.
-bool canBePutAside(const QString& name);
-
-/// True for a name that only a folder that was put aside may have.
-bool isNameOfAside(const QString& name);
-
 /// Ends what a kill, a power cut or a pulled card has interrupted: an upgrade that was not whole is
 /// undone, a whole one finished. What another program is still at work on is left alone.
 void mendUpgrades();

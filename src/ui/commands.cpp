@@ -2,7 +2,6 @@
 #include "PhoneRoot.h"
 #include "Waiting.h"
 #include "ZListBox.h"
-#include "ZPopup.h"
 #include "descriptor.h"
 #include "dialogs.h"
 #include "discovery.h"
@@ -144,7 +143,7 @@ void zBaseGUI::cmd_Move(ZPK_App* app, int row) {
     if (!app)
         return;
     if (!m_multiSelect) {
-        showWhileWorking(*m_pleaseWait, app->shownName());
+        showWorking(app->shownName());
         row = row == -1 ? rowOf(*app) : row;
     }
     if (moveApp(*app, m_multiSelect)) {
@@ -156,7 +155,7 @@ void zBaseGUI::cmd_Move(ZPK_App* app, int row) {
             removeRow(row);
     }
     if (!m_multiSelect)
-        m_pleaseWait->hide();
+        hideWorking();
     followBrowsedFolder();
 }
 
@@ -164,10 +163,10 @@ void zBaseGUI::cmd_Delete(ZPK_App* app) {
     if (!app)
         return;
     if (!m_multiSelect)
-        showWhileWorking(*m_pleaseWait, app->shownName());
+        showWorking(app->shownName());
     deleteApp(*app, m_multiSelect);
     if (!m_multiSelect)
-        m_pleaseWait->hide();
+        hideWorking();
     followBrowsedFolder();
 }
 
@@ -178,9 +177,9 @@ void zBaseGUI::cmd_SaveAs(ZPK_App* app, SAVE_LOCATION where) {
     followBrowsedFolder();
     const QString folders[] = {Path::phonePackages, Path::cardPackages, browserFolder()};
     const FolderGuard guard;
-    showWhileWorking(*m_pleaseWait, app->shownName());
+    showWorking(app->shownName());
     saveApp(*app, folders[where], m_multiSelect);
-    m_pleaseWait->hide();
+    hideWorking();
 }
 
 void zBaseGUI::mainOptMMS_Move() {
@@ -216,7 +215,7 @@ void zBaseGUI::cmd_MultiDelete() {
     const int rows = m_appList->count();
     if (rows == 0)
         return;
-    showWhileWorking(*m_pleaseWait, ::tr("APP_DELETE"));
+    showWorking(::tr("APP_DELETE"));
     const int total = checkedCount();
     WorkCancel cancel(WorkCancel::AfterPart);
     int number = 0;
@@ -233,7 +232,7 @@ void zBaseGUI::cmd_MultiDelete() {
         // Counted only when it is really gone, or the next row would be taken for another one.
         removed += AppMap.size() < before ? 1 : 0;
     }
-    m_pleaseWait->hide();
+    hideWorking();
     mainOptM_MultiSelect();
     tellIfStopped(number, total);
 }
@@ -242,7 +241,7 @@ void zBaseGUI::cmd_MultiDelete() {
 void zBaseGUI::cmd_MultiMove() {
     if (m_appList->count() == 0)
         return;
-    showWhileWorking(*m_pleaseWait, ::tr("APP_MOVE"));
+    showWorking(::tr("APP_MOVE"));
     const int total = checkedCount();
     WorkCancel cancel(WorkCancel::AfterPart);
     int number = 0;
@@ -258,7 +257,7 @@ void zBaseGUI::cmd_MultiMove() {
         if (m_appList->count() == before)
             ++row;
     }
-    m_pleaseWait->hide();
+    hideWorking();
     mainOptM_MultiSelect();
     tellIfStopped(number, total);
 }

@@ -3,10 +3,8 @@
 #include "ZGlobal.h"
 #include "ZListBox.h"
 #include "ZNavTabWidget.h"
-#include "ZPopup.h"
 #include "ZScreen.h"
 #include "ZSoftKey.h"
-#include "dialogs.h"
 #include "language.h"
 #include "packageinfo.h"
 #include "paths.h"
@@ -31,7 +29,6 @@ const QString packageIcon = "Mpkgbox_Small.g";
 
 zBaseGUI::zBaseGUI() : ZKbMainWidget(nullptr, nullptr, 0) {
     puts("DEBUG:: zBaseGUI Contructor");
-    m_pleaseWait = makePleaseWait();
     setMainWidgetTitle("Quiver");
     setTitleIcon(m_icons.getIcon(packageIcon, Measure::titleIcon));
 

@@ -11,7 +11,6 @@
 class ZListBox;
 class ZNavTabWidget;
 class ZOptionsMenu;
-class ZPopup;
 class ZSoftKey;
 struct FolderEntry;
 struct Package;
@@ -147,7 +146,6 @@ private:
     ZOptionsMenu* m_packageMenu = nullptr;
     ZListBox* m_appList = nullptr;
     ZListBox* m_packageList = nullptr;
-    std::unique_ptr<ZPopup> m_pleaseWait;
     bool m_multiSelect = false;
     QSet<QString> m_markedPackages; ///< of the browser's folder, those looked at already
     bool m_isReadingPackage = false;

@@ -1,13 +1,12 @@
 #include "PhoneRoot.h"
 #include "ZListBox.h"
 #include "ZOptionsMenu.h"
-#include "ZPopup.h"
 #include "browser.h"
-#include "dialogs.h"
 #include "install.h"
 #include "language.h"
 #include "packageinfo.h"
 #include "paths.h"
+#include "question.h"
 #include "zBaseGUI.h"
 
 #include <cstdio>
@@ -123,7 +122,7 @@ void zBaseGUI::confirmInstall() {
     auto package = std::make_unique<Package>(packageAt(hostPath(browserFolder() + '/' + name)));
     setBusy(false);
     const QString text = ::tr("POP_INSTALL_ZPK_CONFIRM_TEXT").replace("%1", name);
-    if (!askToInstall(::tr("POP_INSTALL_ZPK_TITLE"), text, package->path, package->info))
+    if (!askToInstall(::tr("POP_INSTALL_ZPK_TITLE"), text, *package))
         return;
     m_confirmedPackage = std::move(package);
     announce(&zBaseGUI::cmd_InstallZPK);
@@ -134,7 +133,7 @@ void zBaseGUI::cmd_InstallZPK() {
     const QString name = nameAt(m_packageList, m_packageList->currentItem());
     const Package package = m_confirmedPackage ? *m_confirmedPackage
                                                : packageAt(hostPath(browserFolder() + '/' + name));
-    if (installZpk(package, *m_pleaseWait, m_multiSelect))
+    if (installZpk(package, m_multiSelect))
         refreshList(true);
     m_confirmedPackage.reset();
     markPackagesAgain();

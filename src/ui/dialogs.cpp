@@ -1,5 +1,6 @@
 #include "dialogs.h"
 
+#include "PictureFile.h"
 #include "RES_ICON_Reader.h"
 #include "WaitPopup.h"
 #include "ZApplication.h"
@@ -15,6 +16,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPointer>
 
 namespace {
 
@@ -53,9 +55,9 @@ QWidget* makeCard(const Details& details) {
         texts->addWidget(makeLabel(details.subheading, 0, card));
     auto* heading = new QHBoxLayout;
     heading->setSpacing(gap);
-    if (!details.icon.isNull()) {
+    if (const QPixmap picture = readPicture(details.icon, Measure::rowIcon); !picture.isNull()) {
         auto* icon = new QLabel(card);
-        icon->setPixmap(details.icon);
+        icon->setPixmap(picture);
         heading->addWidget(icon);
     }
     heading->addLayout(texts, 1);
@@ -71,6 +73,16 @@ QWidget* makeCard(const Details& details) {
         rows->addWidget(right, row, 1);
     }
     return card;
+}
+
+/// The screen owns it, so it is made again on another one.
+ZPopup& workNotice() {
+    static QPointer<ZPopup> notice;
+    if (!notice) {
+        notice = new WaitPopup({tr("POP_PLEASEWAIT"), tr("POP_CANCELLING_TEXT"), tr("SK_CANCEL")});
+        setTitleIcon(*notice, "recur_enable_pop.bmp");
+    }
+    return *notice;
 }
 
 QString asLines(const Details& details) {
@@ -142,16 +154,14 @@ std::optional<QString> askText(const QString& title, const QString& text, const 
     return edit->text();
 }
 
-std::unique_ptr<ZPopup> makePleaseWait() {
-    auto popup = std::make_unique<WaitPopup>(
-        WaitPopup::Texts{tr("POP_PLEASEWAIT"), tr("POP_CANCELLING_TEXT"), tr("SK_CANCEL")});
-    setTitleIcon(*popup, "recur_enable_pop.bmp");
-    return popup;
+void showWorking(const QString& title) {
+    ZPopup& notice = workNotice();
+    notice.setTitle(title);
+    // Once painted it dismisses itself; short work must not be over before it could be seen.
+    notice.exec();
+    notice.show();
 }
 
-void showWhileWorking(ZPopup& pleaseWait, const QString& title) {
-    pleaseWait.setTitle(title);
-    // Once painted it dismisses itself; short work must not be over before it could be seen.
-    pleaseWait.exec();
-    pleaseWait.show();
+void hideWorking() {
+    workNotice().hide();
 }

@@ -25,10 +25,6 @@ struct PackageInfo {
 /// where the archiver cannot tell. It blocks, and may run on any thread.
 std::optional<PackageInfo> readPackage(const QString& archiver, const QString& path);
 
-/// As `readPackage` with the program's archiver, beside the event loop, and with the icon. The
-/// answer for the last file is kept while that does not change.
-std::optional<PackageInfo> packageInfo(const QString& path);
-
 /// The version of the installed application of that folder name; none where there is none.
 std::optional<QString> installedVersion(const QString& folder);
 
@@ -39,7 +35,11 @@ struct Package {
     std::optional<PackageInfo> info;
 };
 
-/// The package at `path` with its `packageInfo`.
+/// The name of its file.
+QString fileName(const Package& package);
+
+/// The package at `path`, read beside the event loop with the program's archiver, and its icon with
+/// it.
 Package packageAt(const QString& path);
 
 /// False where the file has become another one.
@@ -51,17 +51,6 @@ QSet<QString> outermostFolders(const PackageInfo& info);
 /// False where files lie beside the folders of the package.
 bool holdsOnlyFolders(const PackageInfo& info);
 
-/// Bytes that the package takes on the storage.
-qint64 bytesUnpacked(const PackageInfo& info);
-
-/// Bytes that the package needs in the folder `target` (of the phone) at the least: files there
-/// that it replaces make room first.
-qint64 bytesNeeded(const PackageInfo& info, const QString& target);
-
 /// True when nothing that already lies in the folder `target` (of the phone) leads the package out
 /// of it: where it unpacks into a folder, there may not be a link.
 bool staysInside(const PackageInfo& info, const QString& target);
-
-/// Bytes that are free for a user where the folder `path` (of the phone) lies; none where it cannot
-/// be told.
-std::optional<qint64> freeBytes(const QString& path);

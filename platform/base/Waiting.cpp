@@ -1,8 +1,5 @@
 #include "Waiting.h"
 
-#include "ZApplication.h"
-#include "ZPopup.h"
-
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QFile>
@@ -23,6 +20,7 @@ namespace {
 std::atomic<pid_t> workThread = 0;
 
 int workDepth = 0;
+bool (*screenTakesInput)() = nullptr;
 WorkCancel* workCancel = nullptr;
 WorkGoal::Direction goalDirection = WorkGoal::Writes;
 qint64 goalBytes = 0;
@@ -79,8 +77,12 @@ void endChildren(const QByteArray& thread) {
 
 } // namespace
 
+void setWaitingScreen(bool (*takesInput)()) {
+    screenTakesInput = takesInput;
+}
+
 int runBeside(const std::function<int()>& work) {
-    if (!QCoreApplication::instance() || !ZApplication::hasDisplay())
+    if (!QCoreApplication::instance() || !screenTakesInput)
         return work();
     int result = 0;
     const std::unique_ptr<QThread> thread(QThread::create([&] {
@@ -100,7 +102,7 @@ int runBeside(const std::function<int()>& work) {
     canceller.start(interval);
     ++workDepth;
     thread->start();
-    loop.exec(ZPopup::shown() ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
+    loop.exec(screenTakesInput() ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
     thread->wait();
     --workDepth;
     return result;

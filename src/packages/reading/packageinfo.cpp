@@ -5,15 +5,14 @@
 #include "RegularFile.h"
 #include "Waiting.h"
 #include "archive.h"
+#include "aside.h"
 #include "descriptor.h"
 #include "settings.h"
 #include "storage.h"
-#include "upgrade.h"
 
 #include <algorithm>
 
 #include <sys/stat.h>
-#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace {
@@ -94,6 +93,14 @@ bool leadsThroughLink(QString path, const QString& folder) {
     return false;
 }
 
+void readIcon(const QString& archiver, Package& package) {
+    PackageInfo& info = *package.info;
+    if (!info.app || info.app->icon.isEmpty())
+        return;
+    const QString name = info.folder + '/' + info.app->icon;
+    info.icon = readFromArchive(archiver, package.path, {name}, largestIcon).value_or(QByteArray());
+}
+
 } // namespace
 
 std::optional<PackageInfo> readPackage(const QString& archiver, const QString& path) {
@@ -126,27 +133,19 @@ std::optional<PackageInfo> readPackage(const QString& archiver, const QString& p
     return info;
 }
 
-std::optional<PackageInfo> packageInfo(const QString& path) {
-    static QByteArray lastState;
-    static std::optional<PackageInfo> info;
-    const QByteArray state = fileState(path);
-    if (!state.isEmpty() && state == lastState)
-        return info;
-    lastState = state;
-    runBeside([&path, archiver = ArchiverPath] {
-        info = readPackage(archiver, path);
-        if (info && info->app && !info->app->icon.isEmpty())
-            info->icon =
-                readFromArchive(archiver, path, {info->folder + '/' + info->app->icon}, largestIcon)
-                    .value_or(QByteArray());
-        return 0;
-    });
-    return info;
+QString fileName(const Package& package) {
+    return package.path.mid(package.path.lastIndexOf('/') + 1);
 }
 
 Package packageAt(const QString& path) {
-    const QByteArray state = fileState(path);
-    return {path, state, packageInfo(path)};
+    Package package = {path, fileState(path), std::nullopt};
+    runBeside([&package, archiver = ArchiverPath] {
+        package.info = readPackage(archiver, package.path);
+        if (package.info)
+            readIcon(archiver, package);
+        return 0;
+    });
+    return package;
 }
 
 bool isUnchanged(const Package& package) {
@@ -177,32 +176,8 @@ bool holdsOnlyFolders(const PackageInfo& info) {
                        [](const QString& name) { return name.contains('/'); });
 }
 
-qint64 bytesUnpacked(const PackageInfo& info) {
-    // A file takes whole blocks.
-    constexpr qint64 blockSize = 4096;
-    return info.bytes + info.files * blockSize;
-}
-
-qint64 bytesNeeded(const PackageInfo& info, const QString& target) {
-    qint64 replaced = 0;
-    for (const QString& name : info.names) {
-        struct stat old = {};
-        const QString path = hostPath(target + '/' + name);
-        if (lstat(toBytes(path).constData(), &old) == 0 && S_ISREG(old.st_mode))
-            replaced += old.st_size;
-    }
-    return qMax<qint64>(0, bytesUnpacked(info) - replaced);
-}
-
 bool staysInside(const PackageInfo& info, const QString& target) {
     return std::none_of(info.folders.begin(), info.folders.end(), [&](const QString& folder) {
         return leadsThroughLink(hostPath(target), folder);
     });
-}
-
-std::optional<qint64> freeBytes(const QString& path) {
-    struct statvfs info = {};
-    if (statvfs(toBytes(hostPath(path)).constData(), &info) != 0)
-        return std::nullopt;
-    return qint64(info.f_bavail) * qint64(info.f_frsize);
 }

@@ -6,9 +6,12 @@
 
 class QObject;
 
+/// From now on the program has a screen, which goes on while it waits for work. `takesInput` tells
+/// whether there is something on it then that keys and touches are for; otherwise they wait.
+void setWaitingScreen(bool (*takesInput)());
+
 /// Runs `work`, which blocks, beside the event loop and gives its result: meanwhile the screen is
-/// painted and moves. Keys and touches go to the popup on the screen; where there is none they
-/// wait. A program without a display, or without an application object, just runs `work`.
+/// painted and moves. A program without a screen just runs `work`.
 int runBeside(const std::function<int()>& work);
 
 /// Starts `work` on another thread and returns; `then` is called on this one when it has ended,

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// An old version waits under these names while it is replaced: NAME as ".NAME.before", and as
+/// ".NAME.left" while what the new one lacks goes over to that.
+inline const QByteArray asideBefore = ".before";
+inline const QByteArray asideLeft = ".left";
+
+/// The path in the folder `root` that `name` waits at, with one of the two ends.
+QByteArray asidePath(const QByteArray& root, const QByteArray& name, const QByteArray& end);
+
+/// NAME of a name with that end; empty where it has another form.
+QByteArray nameOfAside(const QByteArray& name, const QByteArray& end);
+
+/// True for a folder whose name is short enough to be put aside.
+bool canBePutAside(const QString& name);
+
+/// True for a name that only a folder that was put aside may have.
+bool isNameOfAside(const QString& name);
