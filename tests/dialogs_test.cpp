@@ -24,7 +24,7 @@ constexpr int stays = -1;
 
 /// The result of a dialog behind `action`: `stays` where that has not ended it.
 int answerTo(ZMessageDlg::Type type, const Action& action) {
-    ZMessageDlg dialog("Title", "Text", type, 0, nullptr, nullptr, true, 0);
+    ZMessageDlg dialog("Title", "Text", type);
     Dialogs dialogs({[&](ZPopup& popup) {
         action(popup);
         popup.done(stays); // the first answer holds
@@ -114,7 +114,7 @@ TEST(MessageDialog, ALongTextScrollsByKeysAndAWideWordBreaks) {
     const auto restore = smallestScreen();
     const QString text = QString("a line of a command's output\n").repeated(60) +
                          QString(100, 'W') + QString("И").repeated(100);
-    ZMessageDlg dialog("Title", text, ZMessageDlg::Notice, 0, nullptr, nullptr, true, 0);
+    ZMessageDlg dialog("Title", text, ZMessageDlg::Notice);
     Dialogs dialogs({[&](ZPopup& popup) {
         const auto* scroll = popup.findChild<QScrollArea*>();
         EXPECT_LE(popup.findChild<ZLabel*>()->width(), scroll->viewport()->width());
@@ -191,7 +191,7 @@ TEST(Popup, KeysAndFocusGoBackToWhatLiesBelow) {
     const auto restore = qScopeGuard([&] { delete below; });
     ZScreen::instance().present();
     below->setFocus();
-    ZMessageDlg outer("Outer", "", ZMessageDlg::Question, 0, nullptr, nullptr, true, 0);
+    ZMessageDlg outer("Outer", "", ZMessageDlg::Question);
     int innerResult = stays;
     Dialogs dialogs({[&](ZPopup& popup) {
         EXPECT_EQ(&popup, &outer);

@@ -16,7 +16,6 @@
 namespace {
 
 constexpr int listSkin = 40;
-constexpr int emptyIcon = 64;
 const QString folderPicture = "fm_folder_thb.bmp";
 const QString unknownPicture = "yes_no_pop.bmp";
 
@@ -38,10 +37,10 @@ QStringList commandOf(const AM_AppObject& app) {
 HomeScreen::HomeScreen()
     : ZKbMainWidget(nullptr, nullptr, 0), m_list(new ZListBox("%I%M", this, listSkin)),
       m_softKey(new ZSoftKey("CST_2A", this, this)), m_levels{{PhoneMenu::root}} {
-    m_list->setEmptyNotice(m_icons.getIcon(folderPicture, emptyIcon), "This folder is empty",
-                           "Nothing has been put here yet.", 0);
+    m_list->setEmptyNotice(m_icons.getIcon(folderPicture, Measure::noticeIcon),
+                           "This folder is empty", "Nothing has been put here yet.", 0);
     getVBoxLayout()->addWidget(m_list);
-    m_softKey->setClickedSlot(SLOT(back()));
+    m_softKey->setClickedSlot([this] { back(); });
     setSoftKey(m_softKey);
     setFocusProxy(m_list);
     connect(m_softKey, &SoftKeyBar::leftPressed, this, &HomeScreen::chooseCurrent);
@@ -107,8 +106,7 @@ void HomeScreen::launch(const AM_AppObject& app) {
     if (!command.isEmpty() && QProcess::startDetached(hostPath(command.first()), command.mid(1)))
         return;
     say(app.name() + " cannot be started");
-    ZMessageDlg notice(app.name(), "This application cannot be started.", ZMessageDlg::Notice, 0,
-                       nullptr, nullptr, true, 0);
+    ZMessageDlg notice(app.name(), "This application cannot be started.", ZMessageDlg::Notice);
     notice.setTitleIcon(m_icons.getIcon("error_pop.bmp", Measure::titleIcon));
     notice.exec();
 }

@@ -10,6 +10,7 @@
 #include "ZPopup.h"
 #include "ZScreen.h"
 #include "ZSoftKey.h"
+#include "entries.h"
 #include "zBaseGUI.h"
 
 #include <QAbstractButton>
@@ -163,7 +164,7 @@ Screen readScreen() {
 }
 
 ZListBox& listInFront() {
-    const bool packages = window().tabWidget()->currentPageIndex() == 1;
+    const bool packages = window().tabWidget()->currentPageIndex() == PackagesPage;
     return *(packages ? window().packageList() : window().appList());
 }
 

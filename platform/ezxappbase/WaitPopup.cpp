@@ -8,8 +8,7 @@
 #include <QKeyEvent>
 
 WaitPopup::WaitPopup(const Texts& texts)
-    : ZPopup(1, nullptr, nullptr, true, 0, 0), m_texts(texts),
-      m_label(new ZLabel(texts.wait, this, nullptr, 0, 1)) {
+    : ZPopup(1), m_texts(texts), m_label(new ZLabel(texts.wait, this, nullptr, 0, 1)) {
     m_label->setAlignment(Qt::AlignHCenter);
     insertChild(m_label, -1);
     insertChild(new WaitBar(this), -1);

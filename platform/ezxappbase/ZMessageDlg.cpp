@@ -41,7 +41,7 @@ QString readablePart(const QString& whole) {
 
 } // namespace
 
-ZMessageDlg::ZMessageDlg(const QString& title, const QString& text, int type, int timeOut,
+ZMessageDlg::ZMessageDlg(const QString& title, const QString& text, Type type, int timeOut,
                          QWidget* parent, const char* name, bool modal, int flags)
     : ZPopup(type, parent, name, modal, flags, 0), m_text(text), m_type(type) {
     setTitle(title);

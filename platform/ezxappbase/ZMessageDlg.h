@@ -13,8 +13,9 @@ public:
 
     /// `timeOut` in units of 100 ms after which the dialog dismisses itself, 0 for never. A text
     /// beyond what can be read on a phone is shown without its middle.
-    ZMessageDlg(const QString& title, const QString& text, int type, int timeOut, QWidget* parent,
-                const char* name, bool modal, int flags);
+    ZMessageDlg(const QString& title, const QString& text, Type type, int timeOut = 0,
+                QWidget* parent = nullptr, const char* name = nullptr, bool modal = true,
+                int flags = 0);
 
     /// Sets the first line of the text off that tells an error. The dialog opens there.
     void setOffError();
@@ -29,6 +30,6 @@ private:
     ZLabel* addText(const QString& text);
 
     QString m_text;
-    int m_type;
+    Type m_type;
     ZLabel* m_error = nullptr; ///< none where no line is set off
 };

@@ -75,9 +75,9 @@ MenuRow* ZOptionsMenu::row(int id) const {
     return nullptr;
 }
 
-void ZOptionsMenu::connectItem(int id, QObject* receiver, const char* slot) {
+void ZOptionsMenu::connectItem(int id, QObject* receiver, const std::function<void()>& action) {
     if (const MenuRow* entry = row(id))
-        connect(entry, SIGNAL(chosen()), receiver, slot);
+        connect(entry, &MenuRow::chosen, receiver, action);
 }
 
 void ZOptionsMenu::setItemEnabled(int id, bool enabled) {

@@ -5,6 +5,8 @@
 #include <QList>
 #include <QPixmap>
 
+#include <functional>
+
 class MenuRow;
 class QScrollArea;
 class QVBoxLayout;
@@ -31,11 +33,14 @@ public:
     void insertItem(const QString& text, const QPixmap& icon, QObject* receiver, bool enabled,
                     bool checkItem, bool checked, int id, int index);
 
-    /// Calls `slot` of `receiver` when the entry is chosen, after the menu has gone.
-    void connectItem(int id, QObject* receiver, const char* slot);
+    /// Calls `action` when the entry is chosen, after the menu has gone. It ends with `receiver`.
+    void connectItem(int id, QObject* receiver, const std::function<void()>& action);
 
     void setItemEnabled(int id, bool enabled);
     bool isItemEnabled(int id) const;
+
+    /// True for a check entry that is checked.
+    bool isItemChecked(int id) const { return (itemState(id) & CheckedItem) != 0; }
 
     /// Bits of `State`, 0 for a plain entry or an unknown id.
     int itemState(int id) const;

@@ -17,7 +17,8 @@ class ZPopup : public ZOverlay {
 public:
     /// `popupType` 1 is a notice without an answer. A popup without a parent lies on the screen of
     /// its own accord. `modal` is always true here, `flags` 0.
-    ZPopup(int popupType, QWidget* parent, const char* name, bool modal, int flags, int skinClass);
+    explicit ZPopup(int popupType, QWidget* parent = nullptr, const char* name = nullptr,
+                    bool modal = true, int flags = 0, int skinClass = 0);
     ~ZPopup() override;
 
     void setTitle(const QString& title);

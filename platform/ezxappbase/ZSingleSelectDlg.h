@@ -9,8 +9,9 @@ class ZSingleSelectDlg : public ZPopup {
     Q_OBJECT
 
 public:
-    ZSingleSelectDlg(const QString& title, const QString& text, QWidget* parent, const char* name,
-                     bool modal, int flags, int skinClass);
+    ZSingleSelectDlg(const QString& title, const QString& text, QWidget* parent = nullptr,
+                     const char* name = "ZSingleSelectDlg", bool modal = true, int flags = 0,
+                     int skinClass = 0);
 
     void addItemsList(const QStringList& items);
     void setItemIcon(int index, const QPixmap& icon);

@@ -29,8 +29,8 @@ ZOptionsMenu* ZSoftKey::optMenu() const {
     return m_menu;
 }
 
-void ZSoftKey::setClickedSlot(const char* slot) {
-    connect(this, SIGNAL(rightPressed()), m_receiver, slot);
+void ZSoftKey::setClickedSlot(const std::function<void()>& slot) {
+    connect(this, &SoftKeyBar::rightPressed, m_receiver, slot);
 }
 
 void ZSoftKey::pressLeft() {

@@ -4,6 +4,8 @@
 
 #include <QPointer>
 
+#include <functional>
+
 class ZOptionsMenu;
 
 /// The soft keys of a window: the left one opens an options menu, the right one does one thing.
@@ -13,8 +15,8 @@ class ZSoftKey : public SoftKeyBar {
 public:
     enum Key { Left, Right };
 
-    /// `styleName` names a style of the phone; there is one here. `receiver` gets
-    /// `setClickedSlot`'s calls.
+    /// `styleName` names a style of the phone; there is one here. What the keys do ends with
+    /// `receiver`.
     ZSoftKey(const QString& styleName, QWidget* parent, QObject* receiver);
 
     void setText(Key key, const QString& text);
@@ -27,8 +29,8 @@ public:
     void setOptMenu(ZOptionsMenu* menu);
     ZOptionsMenu* optMenu() const;
 
-    /// The slot of the receiver that a press of the right key calls.
-    void setClickedSlot(const char* slot);
+    /// What a press of the right key does.
+    void setClickedSlot(const std::function<void()>& slot);
 
     void pressLeft();
     void pressRight();

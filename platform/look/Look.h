@@ -47,6 +47,7 @@ constexpr int button = 36;
 constexpr int choiceRow = 44;
 constexpr int rowIcon = 32;
 constexpr int markerIcon = 16;
+constexpr int noticeIcon = 64; ///< of a list with nothing to show
 constexpr int nameFont = 14;
 constexpr int secondFont = 12;
 constexpr int hintFont = 11;

@@ -5,6 +5,7 @@
 #include "ZNavTabWidget.h"
 #include "ZOptionsMenu.h"
 #include "discovery.h"
+#include "entries.h"
 #include "language.h"
 #include "zBaseGUI.h"
 
@@ -14,12 +15,6 @@ namespace {
 
 constexpr int textWidth = 50;
 constexpr int showPriority = 2;
-constexpr int emptyIcon = 64;
-
-bool isChecked(const ZOptionsMenu* menu, int id) {
-    constexpr int wanted = ZOptionsMenu::CheckItem | ZOptionsMenu::CheckedItem;
-    return (menu->itemState(id) & wanted) == wanted;
-}
 
 bool isFile(const QString& path) {
     struct stat info = {};
@@ -45,7 +40,8 @@ bool zBaseGUI::ViewFilter::shows(const ZPK_App& app) const {
 
 zBaseGUI::ViewFilter zBaseGUI::viewFilter() {
     const ZOptionsMenu* menu = getViewMenu();
-    return {isChecked(menu, 0), isChecked(menu, 1), isChecked(menu, 2)};
+    return {menu->isItemChecked(OnCardEntry), menu->isItemChecked(OnPhoneEntry),
+            menu->isItemChecked(OnlyRegisteredEntry)};
 }
 
 bool zBaseGUI::refreshList(bool showProgress) {
@@ -72,7 +68,7 @@ bool zBaseGUI::refreshList(bool showProgress) {
     showCheckedCount();
     if (m_appList->count() > 0)
         m_appList->setCurrentItem(0);
-    if (m_tabs->currentPageIndex() == 0)
+    if (m_tabs->currentPageIndex() == AppsPage)
         m_appList->viewport()->update();
     setBusy(false);
     setMainWidgetTitle("Quiver");
@@ -99,20 +95,17 @@ void zBaseGUI::appendApp(const ZPK_App& app) {
 
 /// Refresh and about stay as they are; the view stays in reach when its filters hide every row.
 void zBaseGUI::enableMainMenu() {
-    constexpr int move = 0;
-    constexpr int view = 6;
-    constexpr int multiSelect = 7;
     const bool nonEmpty = m_appList->count() > 0;
     ZOptionsMenu* menu = getMainMenu();
-    menu->setItemEnabled(move, nonEmpty && SdPresent);
-    for (int id = move + 1; id <= multiSelect; ++id)
+    menu->setItemEnabled(MoveEntry, nonEmpty && SdPresent);
+    for (int id = RenameEntry; id <= MultiSelectEntry; ++id)
         menu->setItemEnabled(id, nonEmpty);
-    menu->setItemEnabled(view, !AppMap.empty());
+    menu->setItemEnabled(ViewEntry, !AppMap.empty());
 }
 
 void zBaseGUI::showEmptyNotice() {
     const bool hidden = !AppMap.empty();
-    m_appList->setEmptyNotice(m_icons.getIcon("Mpkgbox_Big.g", emptyIcon),
+    m_appList->setEmptyNotice(m_icons.getIcon("Mpkgbox_Big.g", Measure::noticeIcon),
                               ::tr(hidden ? "TXT_ALL_HIDDEN" : "TXT_NO_APPS"),
                               ::tr(hidden ? "TXT_ALL_HIDDEN_HINT" : "TXT_NO_APPS_HINT"), 0);
 }

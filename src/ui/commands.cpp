@@ -40,7 +40,7 @@ void tellIfStopped(int number, int total) {
 void zBaseGUI::quit() {
     puts("DEBUG:: SoftKey Quit");
     if (m_multiSelect) {
-        mainOptM_MultiSelect();
+        setMultiSelect(false);
         return;
     }
     if (menuChanged && confirm("POP_CONFIRM_REFRESH_MENU")) {
@@ -78,10 +78,8 @@ void zBaseGUI::mainOptM_Delete() {
     if (!app)
         return;
     const int row = rowOf(*app);
-    const size_t before = AppMap.size();
-    cmd_Delete(app);
     // What could not be deleted keeps its row.
-    if (AppMap.size() < before)
+    if (cmd_Delete(app))
         removeRow(row);
     puts("DEBUG:: Delete APP");
 }
@@ -159,15 +157,16 @@ void zBaseGUI::cmd_Move(ZPK_App* app, int row) {
     followBrowsedFolder();
 }
 
-void zBaseGUI::cmd_Delete(ZPK_App* app) {
+bool zBaseGUI::cmd_Delete(ZPK_App* app) {
     if (!app)
-        return;
+        return false;
     if (!m_multiSelect)
         showWorking(app->shownName());
-    deleteApp(*app, m_multiSelect);
+    const bool isDeleted = deleteApp(*app, m_multiSelect);
     if (!m_multiSelect)
         hideWorking();
     followBrowsedFolder();
+    return isDeleted;
 }
 
 void zBaseGUI::cmd_SaveAs(ZPK_App* app, SAVE_LOCATION where) {
@@ -227,13 +226,11 @@ void zBaseGUI::cmd_MultiDelete() {
         const WorkPart part(++number, total);
         const ErrorSubject subject(app->shownName());
         printf("DEBUG:: Delete APP (%s)\n", toBytes(app->name).constData());
-        const size_t before = AppMap.size();
-        cmd_Delete(app);
         // Counted only when it is really gone, or the next row would be taken for another one.
-        removed += AppMap.size() < before ? 1 : 0;
+        removed += cmd_Delete(app) ? 1 : 0;
     }
     hideWorking();
-    mainOptM_MultiSelect();
+    setMultiSelect(false);
     tellIfStopped(number, total);
 }
 
@@ -258,6 +255,6 @@ void zBaseGUI::cmd_MultiMove() {
             ++row;
     }
     hideWorking();
-    mainOptM_MultiSelect();
+    setMultiSelect(false);
     tellIfStopped(number, total);
 }

@@ -26,7 +26,7 @@ void setTitleIcon(ZPopup& popup, const QString& iconName) {
 
 int showMessage(const QString& title, const QString& text, const QString& iconName,
                 ZMessageDlg::Type type) {
-    ZMessageDlg dialog(title, text, type, 0, nullptr, nullptr, true, 0);
+    ZMessageDlg dialog(title, text, type);
     setTitleIcon(dialog, iconName);
     return dialog.exec();
 }
@@ -102,7 +102,7 @@ bool askAbout(const QString& title, const QString& text, const Details& details,
               const QString& iconName) {
     if (!ZApplication::hasDisplay())
         return askYesNo(title, text + '\n' + asLines(details), iconName);
-    ZMessageDlg dialog(title, text, ZMessageDlg::Question, 0, nullptr, nullptr, true, 0);
+    ZMessageDlg dialog(title, text, ZMessageDlg::Question);
     setTitleIcon(dialog, iconName);
     dialog.insertChild(makeCard(details), -1);
     return dialog.exec() == 1;
@@ -117,7 +117,7 @@ void showNotice(const QString& title, const QString& text, const QString& iconNa
 }
 
 void showFailure(const QString& title, const QString& text) {
-    ZMessageDlg dialog(title, text, ZMessageDlg::Notice, 0, nullptr, nullptr, true, 0);
+    ZMessageDlg dialog(title, text, ZMessageDlg::Notice);
     setTitleIcon(dialog, "error_pop.bmp");
     dialog.setOffError();
     dialog.exec();
@@ -125,7 +125,7 @@ void showFailure(const QString& title, const QString& text) {
 
 std::optional<int> chooseOne(const QString& title, const QString& text,
                              const QList<Choice>& choices, const QString& iconName) {
-    ZSingleSelectDlg dialog(title, text, nullptr, "ZSingleSelectDlg", true, 0, 0);
+    ZSingleSelectDlg dialog(title, text);
     setTitleIcon(dialog, iconName);
     const RES_ICON_Reader reader;
     QStringList texts;
@@ -144,7 +144,7 @@ std::optional<int> chooseOne(const QString& title, const QString& text,
 std::optional<QString> askText(const QString& title, const QString& text, const QString& preset,
                                int bytes) {
     constexpr int editClass = 39;
-    ZSingleCaptureDlg dialog(title, text, nullptr, "ZSingleCaptureDlg", true);
+    ZSingleCaptureDlg dialog(title, text);
     auto* edit = new ZLineEdit(preset, &dialog, editClass);
     edit->setMaxBytes(bytes);
     edit->selectAll();

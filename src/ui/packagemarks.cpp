@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr int textColumn = 1;
-
 struct Mark {
     const char* key = nullptr;
     bool isStrong = false;
@@ -41,7 +39,7 @@ void zBaseGUI::markNextPackage() {
     const int under = m_packageList->indexAt(sight.bottomLeft()).row();
     const int last = under < 0 ? m_packageList->count() - 1 : under;
     for (int row = first; row <= last; ++row) {
-        const QString name = m_packageList->item(row)->subItemText(textColumn);
+        const QString name = m_packageList->item(row)->subItemText(m_packageList->textColumn());
         if (!isPackageName(name) || m_markedPackages.contains(name))
             continue;
         readPackageMark(name);
@@ -66,15 +64,16 @@ void zBaseGUI::readPackageMark(const QString& name) {
 }
 
 void zBaseGUI::showPackageMark(const QString& name, const PackageInfo& info) {
+    const int column = m_packageList->textColumn();
     const Mark mark = markOf(info);
     for (int row = 0; row < m_packageList->count(); ++row) {
         ZListBoxItem* item = m_packageList->item(row);
-        if (item->subItemText(textColumn) != name)
+        if (item->subItemText(column) != name)
             continue;
-        ZListItem line = item->subItems(textColumn).first();
+        ZListItem line = item->subItems(column).first();
         line.badge = mark.key ? ::tr(mark.key) : QString();
         line.strongBadge = mark.isStrong;
-        item->setSubItem(textColumn, line);
+        item->setSubItem(column, line);
     }
 }
 

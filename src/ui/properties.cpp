@@ -49,8 +49,7 @@ void zBaseGUI::mainOptM_Properties() {
     const ZPK_App* app = currentApp();
     if (!app)
         return;
-    ZMessageDlg popup(app->shownName(), QString(), ZMessageDlg::Notice, 0, nullptr, nullptr, true,
-                      0);
+    ZMessageDlg popup(app->shownName(), QString(), ZMessageDlg::Notice);
     popup.setContentMargin(Measure::grid); // leaves a line of the comment its width
     popup.setContentSpacing(Measure::grid / 2);
     popup.setTitleIcon(

@@ -48,7 +48,8 @@ zBaseGUI::zBaseGUI() : ZKbMainWidget(nullptr, nullptr, 0) {
     connect(m_packageList->verticalScrollBar(), &QScrollBar::valueChanged, this,
             &zBaseGUI::markNextPackage);
     connect(m_appList, &ZListBox::checksChanged, this, &zBaseGUI::showCheckedCount);
-    setSoftKey(getSoftKey());
+    makeMenus();
+    makeSoftKey();
     setFocusProxy(m_appList);
     QTimer::singleShot(firstRefreshDelay, this, &zBaseGUI::firstRefresh);
     puts("DEBUG:: zBaseGUI Contructor - End");

@@ -31,16 +31,20 @@ public:
     bool showToolBar() const override;
     QSize sizeHint() const override;
 
-    /// The soft keys and menus, made when they are first asked for.
-    ZSoftKey* getSoftKey();
-    ZOptionsMenu* getMainMenu();
-    ZOptionsMenu* getPackageMenu();
-    ZOptionsMenu* getMultiSelectMenu();
-    ZOptionsMenu* getSaveAsMenu();
-    ZOptionsMenu* getViewMenu();
+    ZSoftKey* getSoftKey() const { return m_softKey; }
+
+    ZOptionsMenu* getMainMenu() const { return m_mainMenu; }
+
+    ZOptionsMenu* getPackageMenu() const { return m_packageMenu; }
+
+    ZOptionsMenu* getMultiSelectMenu() const { return m_multiSelectMenu; }
+
+    ZOptionsMenu* getSaveAsMenu() const { return m_saveAsMenu; }
+
+    ZOptionsMenu* getViewMenu() const { return m_viewMenu; }
 
     /// The menu of the tab in front.
-    ZOptionsMenu* getCurrentMenu();
+    ZOptionsMenu* getCurrentMenu() const;
 
     /// Fills the application list from `AppMap`; with `showProgress` after a new discovery, with
     /// the loading notice in the title. Always true.
@@ -97,7 +101,7 @@ public slots:
     void cmd_InstallZPK();
     void cmd_Move(ZPK_App* app, int row);
     void cmd_MultiMove();
-    void cmd_Delete(ZPK_App* app);
+    bool cmd_Delete(ZPK_App* app);
     void cmd_MultiDelete();
     void cmd_SaveAs(ZPK_App* app, SAVE_LOCATION where);
 
@@ -114,6 +118,10 @@ private:
     /// Starts `work` when the question before it has left the screen. Until then nothing that the
     /// user does counts: it was meant for a screen that is about to change.
     void announce(void (zBaseGUI::*work)());
+    void makeMenus();
+    void makeSoftKey();
+    /// Into the mode in which several rows can be selected, or out of it. The list is filled anew.
+    void setMultiSelect(bool on);
     ZListBox* addListPage(const QString& iconName, const QString& label);
     ViewFilter viewFilter();
     void appendApp(const ZPK_App& app);

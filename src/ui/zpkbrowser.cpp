@@ -2,6 +2,7 @@
 #include "ZListBox.h"
 #include "ZOptionsMenu.h"
 #include "browser.h"
+#include "entries.h"
 #include "install.h"
 #include "language.h"
 #include "packageinfo.h"
@@ -13,16 +14,12 @@
 
 namespace {
 
-constexpr int textColumn = 1;
 constexpr int pathRow = 0;
 constexpr int parentRow = 1;
-constexpr int installEntry = 0;
-constexpr int showAllEntry = 1;
-constexpr int emptyIcon = 64;
 
 QString nameAt(const ZListBox* list, int row) {
     const ZListBoxItem* item = list->item(row);
-    return item ? item->subItemText(textColumn) : QString();
+    return item ? item->subItemText(list->textColumn()) : QString();
 }
 
 /// The nearest folder above `folder` that is still there; at the latest the phone's files.
@@ -46,23 +43,21 @@ void zBaseGUI::loadFolder(const QString& path) {
         enterFolder(path);
     m_packageList->clear();
     setMainWidgetTitle(::tr("TXT_LOADING"));
-    constexpr int showAll = ZOptionsMenu::CheckItem | ZOptionsMenu::CheckedItem;
-    const QList<FolderEntry> entries =
-        listFolder((getPackageMenu()->itemState(showAllEntry) & showAll) == showAll);
+    const QList<FolderEntry> entries = listFolder(m_packageMenu->isItemChecked(ShowAllEntry));
     setMainWidgetTitle(::tr("TXT_REFRESHING"));
 
     auto* header = new ZListBoxItem(m_packageList);
     header->setEnabled(false);
-    header->appendSubItem(textColumn, {.text = currentFolder()});
+    header->appendSubItem(m_packageList->textColumn(), {.text = currentFolder()});
     m_packageList->insertItem(header, -1);
     auto* parent = new ZListBoxItem(m_packageList);
     parent->setPixmap(0, m_icons.getIcon("gen_back_to_arrw_small.bmp", Measure::compactIcon));
-    parent->appendSubItem(textColumn, {.text = "..", .strong = false});
+    parent->appendSubItem(m_packageList->textColumn(), {.text = "..", .strong = false});
     m_packageList->insertItem(parent, -1);
     for (const FolderEntry& entry : entries)
         appendEntry(entry);
 
-    m_packageList->setEmptyNotice(m_icons.getIcon("Mpkgbox_Big.g", emptyIcon),
+    m_packageList->setEmptyNotice(m_icons.getIcon("Mpkgbox_Big.g", Measure::noticeIcon),
                                   ::tr("TXT_EMPTY_FOLDER"), ::tr("TXT_EMPTY_FOLDER_HINT"),
                                   parentRow + 1);
     setBusy(false);
@@ -87,9 +82,11 @@ void zBaseGUI::appendEntry(const FolderEntry& entry) {
     auto* item = new ZListBoxItem(m_packageList);
     item->setPixmap(0, m_icons.getIcon(icon, Measure::compactIcon));
     item->appendSubItem(
-        textColumn, {.text = entry.name, .strong = !entry.isFolder && isPackageName(entry.name)});
+        m_packageList->textColumn(),
+        {.text = entry.name, .strong = !entry.isFolder && isPackageName(entry.name)});
     if (!entry.isFolder)
-        item->appendSubItem(textColumn, {.text = entry.size ? sizeText(*entry.size) : QString()});
+        item->appendSubItem(m_packageList->textColumn(),
+                            {.text = entry.size ? sizeText(*entry.size) : QString()});
     m_packageList->insertItem(item, -1);
 }
 
@@ -110,7 +107,7 @@ void zBaseGUI::zpk_selected(int row) {
 
 void zBaseGUI::zpk_highlighted(int row) {
     const bool isPackage = row > parentRow && isPackageName(nameAt(m_packageList, row));
-    getPackageMenu()->setItemEnabled(installEntry, isPackage);
+    m_packageMenu->setItemEnabled(InstallEntry, isPackage);
 }
 
 void zBaseGUI::confirmInstall() {
