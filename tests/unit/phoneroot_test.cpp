@@ -1,0 +1,127 @@
+#include "PhoneRoot.h"
+
+#include "Bytes.h"
+#include "support.h"
+
+#include <filesystem>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+void makeLink(const QByteArray& target, const QByteArray& place) {
+    EXPECT_EQ(symlink(target.constData(), place.constData()), 0);
+}
+
+} // namespace
+
+TEST(PhoneRoot, APhonePathLiesBelowTheRoot) {
+    for (const auto& [asked, host, back] : Rows<QByteArray, QByteArray, QByteArray>{
+             {"/", "", "/"},
+             {"/mmc/mmca1", "/mmc/mmca1", "/mmc/mmca1"},
+             {"/mmc/", "/mmc", "/mmc"},
+             {"//mmc//./x/.", "/mmc/x", "/mmc/x"},
+             {"/a/../b", "/b", "/b"},
+             {"/..", "", "/"},
+             {"/../../etc/mtab", "/etc/mtab", "/etc/mtab"},
+             {"/a/../../...", "/...", "/..."},
+             {"/a b/it's", "/a b/it's", "/a b/it's"},
+             {"/\xD0\x98/\xFF", "/\xD0\x98/\xFF", "/\xD0\x98/\xFF"},
+         }) {
+        const Phone phone;
+        for (const char* end : {"", "/", "//"}) {
+            qputenv("QUIVER_ROOT", phone.host() + end);
+            EXPECT_EQ(toBytes(hostPath(fromBytes(asked))), phone.host(host));
+            EXPECT_EQ(toBytes(phonePath(fromBytes(phone.host(host)))), back);
+        }
+        for (const bool empty : {true, false}) {
+            empty ? void(qputenv("QUIVER_ROOT", "")) : void(qunsetenv("QUIVER_ROOT"));
+            EXPECT_EQ(toBytes(hostPath(fromBytes(asked))), asked);
+            EXPECT_EQ(toBytes(phonePath(fromBytes(asked))), asked);
+        }
+    }
+}
+
+TEST(PhoneRoot, PathsThatAreNotTheRootsStayAsTheyAre) {
+    const Phone phone;
+    for (const char* relative : {"", "a", "../a", "./quiver"})
+        EXPECT_EQ(hostPath(relative), relative);
+    for (const QByteArray& outside : {QByteArray("/tmp"), phone.host() + "x/y"})
+        EXPECT_EQ(toBytes(phonePath(outside)), outside);
+}
+
+TEST(PhoneRoot, TheCurrentFolderIsThePhonesAlsoBehindLinks) {
+    const Phone phone;
+    phone.makeFolder("/outside/quiver/First");
+    phone.makeFolder("/outside/quiver/Second");
+    phone.makeFolder("/real/mmc");
+    makeLink("real", phone.host("/root"));
+    makeLink(phone.host("/outside"), phone.host("/root/mmc/mmca1"));
+    qputenv("QUIVER_ROOT", phone.host("/root"));
+    EXPECT_TRUE(enterFolder("/mmc"));
+    EXPECT_EQ(currentFolder(), "/mmc");
+    EXPECT_EQ(phonePath(phone.host("/real/mmc")), "/mmc");
+    EXPECT_TRUE(enterFolder("/mmc/mmca1/quiver"));
+    for (const char* name : {"First", "Second"}) {
+        EXPECT_EQ(currentFolder(), "/mmc/mmca1/quiver");
+        const FolderGuard guard;
+        EXPECT_TRUE(enterFolder(name));
+        EXPECT_EQ(currentFolder(), QString("/mmc/mmca1/quiver/") + name);
+    }
+    EXPECT_TRUE(enterFolder(".."));
+    EXPECT_EQ(currentFolder(), "/mmc/mmca1");
+    EXPECT_FALSE(enterFolder("missing"));
+    EXPECT_EQ(currentFolder(), "/mmc/mmca1");
+    EXPECT_TRUE(enterFolder("../../../.."));
+    EXPECT_EQ(currentFolder(), "/");
+    EXPECT_EQ(fs::current_path(), phone.host("/real").toStdString());
+}
+
+TEST(PhoneRoot, ARootThatIsNoFolderOrThatTheShellWouldTakeApartIsRefused) {
+    const Phone phone;
+    phone.makeFile("/file", "");
+    for (const QByteArray name : {"/a b", "/it's", "/a$HOME", "/a;b", "/a\\b", "/a*", "/a<b", "/~",
+                                  "/{a,b}", "/a\nb", "/file", "/missing"}) {
+        if (name != "/file" && name != "/missing")
+            phone.makeFolder(name);
+        const QByteArray root = phone.host(name);
+        qputenv("QUIVER_ROOT", root);
+        QString error;
+        EXPECT_FALSE(preparePhoneRoot(error)) << root.constData();
+        EXPECT_TRUE(toBytes(error).contains(root)) << qPrintable(error);
+        EXPECT_FALSE(exists(root + "/tmp"));
+    }
+}
+
+TEST(PhoneRoot, AnAcceptedRootIsAbsoluteAndHasATmp) {
+    const Phone phone;
+    for (const char* name : {"/plain", "/a-b_c.d+e,f=g:h@i%1", "/\xD0\x98"}) {
+        phone.makeFolder(name);
+        fs::current_path(phone.host().toStdString());
+        qputenv("QUIVER_ROOT", QByteArray(name).mid(1) + '/');
+        for (int twice = 0; twice < 2; ++twice) {
+            QString error;
+            EXPECT_TRUE(preparePhoneRoot(error)) << qPrintable(error);
+            EXPECT_EQ(qgetenv("QUIVER_ROOT"), phone.host(name));
+            EXPECT_EQ(modeOf(phone.host(name) + "/tmp"), 01777u);
+            fs::current_path("/");
+        }
+    }
+}
+
+TEST(PhoneRoot, TheGuardGoesBackToAFolderThatWasRenamedOrCannotBeRead) {
+    const Phone phone;
+    phone.makeFolder("/before");
+    chmod(phone.host("/before").constData(), 0111);
+    EXPECT_TRUE(enterFolder("/before"));
+    {
+        const Unprivileged unprivileged;
+        const FolderGuard guard;
+        EXPECT_TRUE(enterFolder("/tmp"));
+        rename(phone.host("/before").constData(), phone.host("/after").constData());
+    }
+    EXPECT_EQ(currentFolder(), "/after");
+}

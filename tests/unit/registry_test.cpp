@@ -1,0 +1,110 @@
+#include "appregistry.h"
+
+#include "AM_AppRegistry.h"
+#include "support.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+const QByteArray installedDb = "/ezxlocal/download/appwrite/am/InstalledDB";
+const QByteArray builtInDb = "/ezx_user/download/appwrite/am/BuiltInDB";
+const QByteArray menuTree = "/ezxlocal/download/appwrite/am/UserMenuTree";
+
+const QByteArray a = "aaaaaaaa-0000-0000-0000-00000000000a";
+const QByteArray b = "bbbbbbbb-0000-0000-0000-00000000000b";
+const QByteArray c = "cccccccc-0000-0000-0000-00000000000c";
+const QByteArray d = "dddddddd-0000-0000-0000-00000000000d";
+
+QByteArray group(const QByteArray& name, const QByteArray& keys) {
+    return '[' + name + "]\n" + keys + '\n';
+}
+
+} // namespace
+
+TEST(AM_AppRegistry, AnApplicationIsAGroupNamedByItsUuid) {
+    const Phone phone;
+    phone.makeFile(installedDb,
+                   "Name = nobody\n" + group("Settings", "Name = none") +
+                       group(b, "Name = Bee\nType = 2\nIcon = i\nBigIcon = big\n"
+                                "Atribute = 1") +
+                       group(a.left(35), "Name = short") + group(c + " old", "Name = longer") +
+                       group(a.toUpper(), "Name = A\nType = x") + group(a, "Name = second"));
+    phone.makeFile(builtInDb, group(a, "Name = hidden") + group(d, "Name = \xD0\x98"));
+    AM_AppRegistry registry(nullptr, nullptr);
+    EXPECT_EQ(registry.init(), 0);
+    QList<const AM_AppObject*> objects;
+    registry.getAllAppObjects(objects);
+    QStringList rows;
+    for (const AM_AppObject* object : objects)
+        rows.append(QStringList{object->name(), plainUuid(object->uuid()),
+                                QString::number(object->type()), object->icon(), object->bigIcon(),
+                                object->attribute()}
+                        .join('|'));
+    EXPECT_EQ(rows,
+              (QStringList{"Bee|" + b + "|2|i|big|1", "A|" + a + "|0|||", "И|" + d + "|0|||"}));
+}
+
+TEST(AM_AppRegistry, AUuidIsKnownInEveryForm) {
+    const Phone phone;
+    phone.makeFile(installedDb, group(a, "Name = A"));
+    const AM_AppRegistry unread(nullptr, nullptr);
+    for (const QByteArray& uid : {a, '{' + a + '}', a.toUpper()})
+        EXPECT_TRUE(unread.getRegistryObject(uid)) << uid.constData();
+    for (const QByteArray& uid : {QByteArray(), b, a.chopped(1), a + 'x'})
+        EXPECT_FALSE(unread.getRegistryObject(uid)) << uid.constData();
+}
+
+TEST(Registry, InstalledUuidsAreHeadersOfExactly38Characters) {
+    const Phone phone;
+    for (const auto& [file, uids] : Rows<QByteArray, QStringList>{
+             {'[' + a + "]\nName = x\n[" + b + "]\n[" + a + ']', {a, b, a}},
+             {'[' + a + "]\r\n[" + a + "] \n [" + a + "]\n[" + a + "]#\n", {}},
+             {'[' + QByteArray(36, 'x') + "]\n", {QString(36, 'x')}},
+             {'[' + QByteArray(37, 'z') + '\n', {QString(37, 'z')}},
+             {'[' + QByteArray(35, 'x') + "]\n[" + QByteArray(37, 'x') + "]\n", {}},
+         }) {
+        phone.makeFile("/file", file);
+        QStringList found;
+        QByteArray expected;
+        for (const QString& uid : uids)
+            expected += "DEBUG:: UID : " + uid.toUtf8() + '\n';
+        EXPECT_EQ(outputOf([&] { found = readInstalledUIDs(phone.host("/file"), {"first"}); }),
+                  expected);
+        EXPECT_EQ(found, QStringList("first") + uids);
+    }
+    phone.makeFolder("/folder");
+    EXPECT_EQ(mkfifo(phone.host("/pipe").constData(), 0666), 0);
+    for (const char* name : {"/missing", "/folder", "/pipe"})
+        EXPECT_EQ(readInstalledUIDs(phone.host(name), {"first"}), QStringList("first")) << name;
+}
+
+// One test, since the program keeps one registry for its whole run.
+TEST(Registry, IsLoadedOnceAndListedInTheOrderOfTheMenu) {
+    const Phone phone;
+    const QByteArray failed = "DEBUG:: Error Initializing AppRegistry Instance\n";
+    const QByteArray start = "DEBUG:: List Applications registered in Menu\n"
+                             "DEBUG:: [List START]\n";
+    const QByteArray end = "DEBUG:: [List END]\n";
+    phone.makeFile(menuTree, "[7c3e90d2-51af-4b08-9e6d-2f41c8a0b7e5]\nItems = ;;" + c + ";" + a +
+                                 ";unknown;;" + b.toUpper() + ";" + d + ";;\n");
+    EXPECT_EQ(outputOf([] { loadAppRegistry(false); }), failed);
+    EXPECT_EQ(outputOf(listAppsMenuRegistered), failed + start + end);
+
+    phone.makeFile(installedDb, group(c, "Name = Sea\nType = 2\nIcon = /c.png\nBigIcon = /C.png") +
+                                    group(QByteArray(36, '-'), "Name = no application") +
+                                    group(a, "Name = \xD0\x98\nType = 1\nBigIcon = /A.png"));
+    phone.makeFile(builtInDb, group(d, "Name = Dee") + group(b, "Name = Bee"));
+    const QByteArray listing = start +
+                               "\tAPP OBJECT{ Name: Sea, Type: 2, Icon: /c.png}\n"
+                               "\tAPP OBJECT{ Name: \xD0\x98, Type: 1, Icon: }\n"
+                               "\tAPP OBJECT{ Name: Dee, Type: 0, Icon: }\n" +
+                               end;
+    EXPECT_EQ(outputOf(listAppsMenuRegistered), "DEBUG:: UID : " + c +
+                                                    "\nDEBUG:: UID : " + QByteArray(36, '-') +
+                                                    "\nDEBUG:: UID : " + a + '\n' + listing);
+    phone.makeFile(installedDb, "");
+    EXPECT_EQ(outputOf([] { loadAppRegistry(false); }), "");
+    EXPECT_EQ(outputOf(listAppsMenuRegistered), listing);
+}

@@ -1,0 +1,163 @@
+#include "shell.h"
+
+#include "ZLabel.h"
+#include "ZPopup.h"
+#include "support.h"
+
+#include <csignal>
+
+#include <unistd.h>
+
+namespace {
+
+const QByteArray logFile = "/tmp/quiver_exec.log";
+
+/// The step that takes the dialog's title and text and acknowledges it.
+Dialogs::Step reading(QStringList& shown) {
+    return [&shown](ZPopup& popup) {
+        shown = {popup.title(), messageOf(popup)};
+        press(Qt::Key_F1);
+    };
+}
+
+QByteArray started(const QString& command, int status) {
+    return "DEBUG:: Exec command ( " + command.toUtf8() + " )\nDEBUG:: Command executed returned " +
+           QByteArray::number(status) + '\n';
+}
+
+} // namespace
+
+TEST(Shell, TheExitStatusDecides) {
+    for (const auto& [ending, status, success] : Rows<const char*, int, bool>{
+             {"sh -c 'echo out; echo err >&2; exit 0'", 0, true},
+             {"sh -c 'echo out; echo err >&2; exit 1'", 1, false},
+             {"sh -c 'echo out; echo err >&2; exit 128'", 128, true},
+             {"sh -c 'echo out; echo err >&2; exit 255'", 255, false},
+             {"exec sh -c 'echo out; echo err >&2; kill -9 $$'", 0, true},
+         }) {
+        const Phone phone;
+        for (const bool quiet : {false, true}) {
+            const bool silent = quiet && success;
+            QString command = ending;
+            QStringList shown;
+            Dialogs dialogs(silent ? QList<Dialogs::Step>() : QList{reading(shown)});
+            bool result = !success;
+            const QByteArray output = outputOf([&] { result = runShellCommand(command, quiet); });
+            EXPECT_EQ(result, success) << ending;
+            EXPECT_EQ(output, started(ending, status) + (silent ? "" : "out\nerr\n"));
+            EXPECT_EQ(shown, silent    ? QStringList()
+                             : success ? QStringList({"POP_OK_TITLE", "POP_OK_TEXT"})
+                                       : QStringList({"POP_ERROR_TITLE", "out\nerr\n"}));
+            EXPECT_EQ(command, QString(ending) + " > " + phone.host(logFile) + " 2>&1");
+            EXPECT_EQ(readFile(phone.host(logFile)), silent ? "out\nerr\n" : "");
+            EXPECT_EQ(exists(phone.host(logFile)), silent);
+        }
+    }
+}
+
+TEST(Shell, OutputComesInTheOrderInWhichItWasMade) {
+    const Phone phone;
+    Dialogs dialogs({pressing(Qt::Key_F1)});
+    EXPECT_EQ(outputOf([] {
+                  puts("before");
+                  runSystem("echo first");
+                  QString command = "echo second";
+                  runShellCommand(command, false);
+                  puts("after");
+              }),
+              "before\nfirst\n" + started("echo second", 0) + "second\nafter\n");
+}
+
+TEST(Shell, ALogOfAnotherIsNotShown) {
+    const Phone phone;
+    const QByteArray log = phone.host(logFile);
+    QStringList shown;
+    Dialogs dialogs({reading(shown)});
+    QString command = "sh -c 'rm " + log + "; echo foreign > " + log + "; exit 1'";
+    outputOf([&] { EXPECT_FALSE(runShellCommand(command, true)); });
+    EXPECT_EQ(shown, (QStringList{"POP_ERROR_TITLE", ""}));
+}
+
+TEST(Shell, WhatLiesInTheLogsPlaceIsNeitherUsedNorHarmed) {
+    for (const auto& [prepare, runs] : Rows<QByteArray, bool>{
+             {"mkfifo LOG", true},
+             {"echo kept > LOG.other; ln -s LOG.other LOG", true},
+             {"echo kept > LOG.other; ln LOG.other LOG", true},
+             {"mkdir LOG", true},
+             {"mkdir -p LOG/full", false},
+             {"rm -r ${LOG%/*}", false},
+         }) {
+        const Phone phone;
+        const QByteArray log = phone.host(logFile);
+        EXPECT_EQ(runSystem("LOG=" + log + "; " + QByteArray(prepare).replace(" LOG", " $LOG")), 0);
+        QStringList shown;
+        Dialogs dialogs(runs ? QList<Dialogs::Step>() : QList{reading(shown)});
+        QString command = "echo own; touch " + phone.host("/done");
+        const QByteArray output =
+            outputOf([&] { EXPECT_EQ(runShellCommand(command, true), runs); });
+        EXPECT_EQ(exists(phone.host("/done")), runs) << prepare.constData();
+        EXPECT_EQ(output.isEmpty(), !runs) << prepare.constData();
+        EXPECT_EQ(shown,
+                  runs ? QStringList() : QStringList({"POP_ERROR_TITLE", "POP_ERROR_LOG_TEXT"}));
+        if (exists(log + ".other")) {
+            EXPECT_EQ(readFile(log + ".other"), "kept\n") << prepare.constData();
+        }
+    }
+}
+
+TEST(Shell, CommandsEndWhereNobodyReadsThem) {
+    const Phone phone;
+    signal(SIGPIPE, SIG_IGN);
+    EXPECT_EQ(runSystem("sh -c 'kill -PIPE $$; exit 0'"), (128 + SIGPIPE) << 8);
+    EXPECT_EQ(raise(SIGPIPE), 0); // and the program does not
+}
+
+TEST(Shell, TenMegabytesOfOutputAreShownInPart) {
+    const Phone phone;
+    QString shown;
+    Dialogs dialogs({[&](ZPopup& popup) {
+        shown = popup.findChild<ZLabel*>()->text();
+        press(Qt::Key_Return);
+    }});
+    QString command = "sh -c 'echo begin; yes | head -c 10000000; echo end; exit 2'";
+    const QByteArray output = outputOf([&] { EXPECT_FALSE(runShellCommand(command, false)); });
+    EXPECT_GT(output.size(), 10'000'000);
+    EXPECT_TRUE(shown.startsWith("begin\ny\ny\n") && shown.endsWith("y\ny\nend"));
+    EXPECT_LT(shown.size(), 10'000);
+}
+
+TEST(Shell, ACommandReadsNothingOfTheProgramsInput) {
+    const Phone phone;
+    int ends[2] = {};
+    ASSERT_EQ(pipe(ends), 0);
+    EXPECT_EQ(write(ends[1], "answer", 6), 6);
+    const int before = dup(STDIN_FILENO);
+    dup2(ends[0], STDIN_FILENO);
+    QString command = "cat";
+    EXPECT_EQ(outputOf([&] {
+                  EXPECT_TRUE(runShellCommand(command, true));
+                  EXPECT_EQ(runSystem("cat"), 0);
+              }),
+              started("cat", 0));
+    EXPECT_EQ(readFile(phone.host(logFile)), "");
+    char buffer[10] = {};
+    EXPECT_EQ(read(STDIN_FILENO, buffer, sizeof buffer), 6);
+    dup2(before, STDIN_FILENO);
+    for (const int descriptor : {before, ends[0], ends[1]})
+        close(descriptor);
+}
+
+TEST(Shell, APathReachesTheShellAsItIsOrNotAtAll) {
+    const Phone phone;
+    const QString path = "/x'; touch " + phone.host("/harm") + "; '";
+    QStringList shown;
+    Dialogs dialogs({reading(shown)});
+    EXPECT_EQ(outputOf([&] { EXPECT_FALSE(runPathCommand(path, "ls '" + path + "'", true)); }), "");
+    EXPECT_EQ(shown, (QStringList{"POP_ERROR_TITLE", "POP_ERROR_QUOTE_TEXT"}));
+    EXPECT_FALSE(exists(phone.host("/harm")));
+    const QString harmless = "/$(touch x)\"`;&|<>*?\\ И\n";
+    outputOf([&] {
+        EXPECT_TRUE(runPathCommand(harmless, QString("printf %s '%1'").arg(harmless), true));
+    });
+    EXPECT_EQ(readFile(phone.host(logFile)), harmless.toUtf8());
+}

@@ -1,0 +1,280 @@
+#include "window_support.h"
+
+#include "PhoneRoot.h"
+#include "RES_ICON_Reader.h"
+#include "ZListBox.h"
+#include "ZOptionsMenu.h"
+#include "ZScreen.h"
+#include "database.h"
+#include "discovery.h"
+
+#include <QImage>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <filesystem>
+
+#include <sys/stat.h>
+
+using namespace Qt;
+
+namespace {
+
+const QByteArray phoneApps = "/ezxlocal/download/mystuff/quiver/";
+
+void writePicture(const QByteArray& path, const QSize& size, const QColor& colour) {
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(colour);
+    ASSERT_TRUE(image.save(path, "PNG"));
+}
+
+QString nameOf(const QPixmap& icon, int size) {
+    if (icon.isNull())
+        return "none";
+    for (const char* name : {"ctact_mobile_tab.bmp", "fm_memory_card_tab.bmp",
+                             "cli_ptt_favorite_small.bmp", "yes_no_pop.bmp"}) {
+        if (icon.toImage() == RES_ICON_Reader().getIcon(name, size).toImage())
+            return name;
+    }
+    return icon.toImage().pixelColor(icon.width() / 2, icon.height() / 2).name();
+}
+
+class UiList : public Ui {
+protected:
+    /// A row as it can be seen: name, marker, author, marker.
+    QStringList row(int index) {
+        const ZListBoxItem& item = *apps().item(index);
+        QStringList parts;
+        for (const ZListItem& line : item.subItems(apps().textColumn())) {
+            parts += line.text.isEmpty() ? line.secondText : line.text;
+            parts += nameOf(line.icon, Measure::markerIcon);
+        }
+        return parts;
+    }
+
+    QString iconOf(int index) {
+        return nameOf(apps().item(index)->pixmap(apps().iconColumn(), Measure::rowIcon),
+                      Measure::rowIcon);
+    }
+
+    QList<bool> enabledEntries() {
+        QList<bool> enabled;
+        for (int id = 0; id < window->getMainMenu()->count(); ++id)
+            enabled.append(window->getMainMenu()->isItemEnabled(id));
+        return enabled;
+    }
+
+    static QList<bool> entries(bool move, bool others, bool view) {
+        return {move, others, others, others, others, others, view, others, true, true};
+    }
+
+    QString notice() {
+        QStringList texts;
+        for (const DrawnText& drawn : drawnTexts(*apps().viewport()))
+            texts.append(drawn.text.simplified());
+        return texts.join(' ');
+    }
+
+    /// Lookup and list agree, row for row.
+    void expectLookup() {
+        for (int index = 0; index < apps().count(); ++index) {
+            ASSERT_NE(window->getApp(index), nullptr);
+            EXPECT_EQ(window->getApp(index)->name, names(apps()).at(index));
+        }
+        EXPECT_EQ(window->getApp(-1), nullptr);
+        EXPECT_EQ(window->getApp(apps().count()), nullptr);
+        EXPECT_EQ(window->currentApp(), window->getApp(0));
+        EXPECT_EQ(apps().currentItem(), apps().count() > 0 ? 0 : -1);
+    }
+};
+
+} // namespace
+
+TEST_F(UiList, RowsTellNamePlaceAuthorAndMenu) {
+    insertCard();
+    addApp(0, "Zeta", "Zoë");
+    addApp(0, "alpha", "A. Author");
+    addApp(1, "Beta", "Карта");
+    openFilled();
+    addAppToMenu("/mmc/mmca1/quiver/Beta", nullptr);
+    chooseInMenu({RefreshEntry});
+    const QString onPhone = "ctact_mobile_tab.bmp";
+    EXPECT_EQ(row(0), QStringList({"Beta", "fm_memory_card_tab.bmp", "Карта",
+                                   "cli_ptt_favorite_small.bmp"}));
+    EXPECT_EQ(row(1), QStringList({"Zeta", onPhone, "Zoë", "none"}));
+    EXPECT_EQ(row(2), QStringList({"alpha", onPhone, "A. Author", "none"}));
+    expectLookup();
+}
+
+TEST_F(UiList, IconsThatCannotBeShownDoNoHarm) {
+    const QString fallback = "yes_no_pop.bmp";
+    const auto svg = [](const QByteArray& content, const QByteArray& before = {}) {
+        return before + "<svg xmlns='http://www.w3.org/2000/svg' width='20' height='20'>" +
+               "<rect width='20' height='20' fill='red'/>" + content + "</svg>";
+    };
+    const auto repeated = [](const QByteArray& text, int count) { return text.repeated(count); };
+    const QByteArray drawn =
+        "<metadata id='m'><rdf:RDF><cc:Work rdf:about=''/></rdf:RDF></metadata>"
+        "<defs><linearGradient id='a'/><linearGradient id='b' x:href='#a'/>"
+        "</defs><g style='fill:url(#b);stroke:none;marker:none' x:label='L'/>";
+    const QByteArray doctype = "<?xml version='1.0'?><!DOCTYPE svg PUBLIC '-//W3C//DTD SVG 1.1//EN'"
+                               " 'http://www.w3.org/Graphics/SVG/1.1/DTD/svg11.dtd'>";
+    const QList<std::tuple<QByteArray, QByteArray, QString>> icons = {
+        {"own.png", "", "#ff0000"},
+        {"drawn.svg", svg(drawn, doctype), "#ff0000"},
+        {"", "", fallback},
+        {"fifo.png", "", fallback},
+        {"huge.png", "", fallback},
+        {"broken.png", "\x89PNG\r\n\x1a\n and then nothing of use", fallback},
+        {"packed.svg",
+         QByteArray::fromBase64(
+             "H4sIAAAAAAACA7MpLktXqMjNySu2Vc8oKSmw0tcvLy/XKzfWyy9K1zcyMDDQB6pQVyjPTCnJsFW3VFfISM1MzygBMe1silKTS7BK6dvZgPTZAQAweXKDXwAAAA=="),
+         fallback},
+        {"sheet.svg", svg("", "<?xml-stylesheet href='/dev/zero'?>"), fallback},
+        {"image.svg", svg("<image href='fifo.png' width='9' height='9'/>"), fallback},
+        {"link.svg", svg("<linearGradient xlink:href='other.svg#g'/>"), fallback},
+        {"paint.svg", svg("<rect fill='url(fifo.png)'/>"), fallback},
+        {"area.svg", svg("<textArea width='1e9' height='1e9'>text</textArea>"), fallback},
+        {"use.svg", svg("<g id='g'/><use xlink:href='#g'/>"), fallback},
+        {"hidden.svg", svg("<path style='stroke-dash\\61rray:1'/>"), fallback},
+        {"deep.svg", svg(repeated("<g>", 40) + repeated("</g>", 40)), fallback},
+        {"many.svg", svg(repeated("<g/>", 2000)), fallback},
+        {"path.svg", svg("<path d='M0 0" + repeated("L9 9", 5000) + "'/>"), fallback},
+        {"wide.svg", svg("").replace("width='20'", "width='1e9'"), fallback},
+    };
+    for (int i = 0; i < icons.size(); ++i) {
+        const auto& [icon, content, shown] = icons.at(i);
+        const QByteArray folder = 'A' + QByteArray::number(i).rightJustified(2, '0');
+        addApp(0, folder, "", icon);
+        const QByteArray path = phone.host(phoneApps + folder + '/');
+        if (!content.isEmpty())
+            writeFile(path + icon, content);
+        mkfifo(path + "fifo.png", 0644);
+        writePicture(path + "own.png", QSize(20, 10), Qt::red);
+        if (icon == "huge.png")
+            writePicture(path + icon, QSize(2049, 1), Qt::red);
+    }
+    openFilled();
+    ASSERT_EQ(apps().count(), icons.size());
+    for (int i = 0; i < icons.size(); ++i)
+        EXPECT_EQ(iconOf(i), std::get<2>(icons.at(i))) << std::get<0>(icons.at(i)).constData();
+    EXPECT_EQ(apps().item(0)->pixmap(0, 32).deviceIndependentSize(), QSizeF(32, 16));
+    ZScreen::instance().grab();
+    hold(Key_Down, 30);
+    ZScreen::instance().grab();
+    EXPECT_EQ(apps().currentItem(), icons.size() - 1);
+}
+
+TEST_F(UiList, FiltersHideRowsAndLookupsFollow) {
+    insertCard();
+    for (const auto& [location, name] :
+         Rows<int, QByteArray>{{0, "A"}, {0, "B"}, {1, "C"}, {1, "D"}})
+        addApp(location, name);
+    openFilled();
+    addAppToMenu("/ezxlocal/download/mystuff/quiver/B", nullptr);
+    addAppToMenu("/mmc/mmca1/quiver/D", nullptr);
+    chooseInMenu({RefreshEntry});
+    for (const auto& [entry, expected] : Rows<int, QString>{{OnCardEntry, "AB"},
+                                                            {OnPhoneEntry, ""},
+                                                            {OnCardEntry, "CD"},
+                                                            {OnlyRegisteredEntry, "D"},
+                                                            {OnPhoneEntry, "BD"},
+                                                            {OnlyRegisteredEntry, "ABCD"}}) {
+        press(Key_Down);
+        chooseInMenu({ViewEntry, entry});
+        SCOPED_TRACE(qPrintable(expected));
+        EXPECT_EQ(names(apps()).join(""), expected);
+        expectLookup();
+        EXPECT_EQ(enabledEntries(), entries(!expected.isEmpty(), !expected.isEmpty(), true));
+        EXPECT_EQ(notice().contains("Nothing to show The view settings"), expected.isEmpty());
+    }
+}
+
+TEST_F(UiList, TheMenuFollowsWhatTheListHolds) {
+    openFilled();
+    EXPECT_EQ(enabledEntries(), entries(false, false, false));
+    EXPECT_EQ(notice(), "No applications yet Choose a package in the second tab to install one.");
+    expectLookup();
+    pressAll({Key_Return, Key_Down, Key_Up, Key_End});
+    EXPECT_EQ(apps().currentItem(), -1);
+
+    addApp(0, "Alpha");
+    chooseInMenu({RefreshEntry});
+    EXPECT_EQ(enabledEntries(), entries(false, true, true)); // nowhere to move it
+    EXPECT_EQ(notice(), "Alpha Author");
+    std::filesystem::remove_all(phone.host(phoneApps + "Alpha").toStdString());
+    chooseInMenu({RefreshEntry});
+    EXPECT_EQ(enabledEntries(), entries(false, false, false));
+    expectLookup();
+}
+
+TEST_F(UiList, OnlyRefreshLooksAtTheFoldersAgain) {
+    insertCard();
+    addApp(1, "Gamma");
+    openFilled();
+    QSignalSpy titles(window.get(), &QWidget::windowTitleChanged);
+    addApp(0, "Alpha");
+    chooseInMenu({ViewEntry, OnlyRegisteredEntry});
+    chooseInMenu({ViewEntry, OnlyRegisteredEntry});
+    EXPECT_EQ(names(apps()), QStringList({"Gamma"}));
+    titles.clear();
+    chooseInMenu({RefreshEntry});
+    QStringList texts;
+    for (const QList<QVariant>& arguments : titles)
+        texts.append(arguments.at(0).toString());
+    EXPECT_EQ(texts, QStringList({"Loading…", "Refreshing…", "Quiver"}));
+    EXPECT_EQ(names(apps()), QStringList({"Alpha", "Gamma"}));
+    EXPECT_EQ(currentFolder(), "/mmc/mmca1"); // the browser's
+}
+
+TEST_F(UiList, ARowIsChosenOnce) {
+    phone.makeFile(phoneApps + "Alpha/Alpha.cfg", "Name = Alpha\nExec = run.sh\n");
+    phone.makeFile(phoneApps + "Alpha/run.sh", "#!/bin/sh\n: > \"${0%/*}/started\"\n");
+    chmod(phone.host(phoneApps + "Alpha/run.sh"), 0755);
+    openFilled();
+    QWidget& list = *apps().viewport();
+    const QPoint row = middleOf(apps(), 0);
+    const QPoint below(100, list.height() - 5);
+    const QByteArray launched = "DEBUG:: " + phone.host(phoneApps + "Alpha/run.sh &\n");
+    EXPECT_EQ(outputOf([] { hold(Key_Return, 30); }), launched);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return exists(phone.host(phoneApps + "Alpha/started")); }));
+    EXPECT_EQ(outputOf([&] { touchTwice(list, row); }), launched);
+    press(Key_Tab); // there is nothing else to step to
+    EXPECT_EQ(outputOf([] { press(Key_Return); }), launched);
+    EXPECT_EQ(outputOf([&] {
+                  touch(list, below);
+                  pressMouse(list, row);
+                  releaseMouse(list, below);
+                  for (const MouseButton button : {RightButton, MiddleButton})
+                      QTest::mouseClick(&list, button, {}, row);
+                  window->mainOptM_MultiSelect();
+                  press(Key_Return);
+                  touchRow(apps(), 0);
+              }),
+              "DEBUG:: Select Multiple APPs\n");
+}
+
+TEST_F(UiList, AHeldKeyHurriesAndStopsAtTheEnd) {
+    constexpr int count = 200;
+    for (int i = 0; i < count; ++i)
+        addApp(0, "App" + QByteArray::number(i).rightJustified(4, '0'));
+    outputOf([this] { openFilled(); });
+    ASSERT_EQ(apps().count(), count);
+    for (int row = 0; row < count; ++row)
+        ASSERT_EQ(window->getApp(row)->name, QString("App%1").arg(row, 4, 10, QChar('0')));
+    hold(Key_Down, 10);
+    const int slow = apps().currentItem();
+    EXPECT_GT(slow, 10);
+    EXPECT_LT(slow, 40);
+    hold(Key_Down, 200);
+    EXPECT_EQ(apps().currentItem(), count - 1);
+    hold(Key_Down, 0); // a fresh press goes round
+    EXPECT_EQ(apps().currentItem(), 0);
+    hold(Key_Up, 200);
+    EXPECT_EQ(apps().currentItem(), 0); // round, and up to the first
+    press(Key_PageDown);
+    const int page = apps().currentItem(); // nothing between two pages is left out
+    EXPECT_TRUE(apps().viewport()->rect().contains(
+        apps().visualRect(apps().model()->index(page, 0)).center()));
+    EXPECT_LE(page, apps().viewport()->height() / scaled(Measure::listRow));
+}

@@ -1,0 +1,209 @@
+#include "apps_support.h"
+
+#include "ZListBox.h"
+#include "ZPK_App.h"
+#include "database.h"
+#include "language.h"
+#include "menu.h"
+#include "paths.h"
+
+#include <QApplication>
+
+#include <sys/stat.h>
+
+namespace {
+
+const QByteArray uuid = "8e10aded-f8ee-1a2b-0c0d-030405060708";
+const QByteArray menu = "[7c3e90d2-51af-4b08-9e6d-2f41c8a0b7e5]\n";
+const QByteArray phoneFolder = "/ezxlocal/download/mystuff/quiver/Game";
+const QByteArray cardFolder = "/mmc/mmca1/quiver/Game";
+const QByteArray others = "; by hand\n\n[aaaa]\nName = A\nTheme = 3\n\n# below\n[bbbb]\nName=B\n";
+const QByteArray missing;
+
+/// The group of the application, with its files in `folder`.
+QByteArray entry(const QByteArray& folder = phoneFolder, const QByteArray& name = "Игра",
+                 const QByteArray& more = "GroupID = root\nUserID = root\nVendor = Ann & Co\n") {
+    const QByteArray icon = folder + "/icon.png\n";
+    return '[' + uuid + "]\nAppID = {" + uuid +
+           "}\nType = 2\nAtribute = 1\nDaemon = 0\nDirectory = " + folder +
+           "\nExec = bin/game -x\nName = " + name + "\nLockEnabled  = 1\nAniIcon = " + icon +
+           "BigIcon = " + icon + "Icon = " + icon + "SVGIcon = " + icon + more;
+}
+
+QByteArray items(const QByteArray& list) {
+    return menu + "Items = " + list + '\n';
+}
+
+QByteArray crLf(QByteArray text) {
+    return text.replace("\n", "\r\n");
+}
+
+bool update(ZPK_App& app) {
+    return updateAppInMenu(app);
+}
+
+struct Edit {
+    const char* what;
+    bool (*operation)(ZPK_App&);
+    QByteArray installed;
+    QByteArray tree;
+    QByteArray installedAfter;
+    QByteArray treeAfter;
+};
+
+const Edit edits[] = {
+    {"no files", registerAppInMenu, missing, missing, entry(), items(uuid + ';')},
+    {"others stay", registerAppInMenu, others, others + items("a;b;"), others + entry(),
+     others + items("a;b;" + uuid + ';')},
+    {"CR LF", registerAppInMenu, crLf(others), crLf(items("a;")), crLf(others + entry()),
+     crLf(items("a;" + uuid + ';'))},
+    {"an entry of old, listed", registerAppInMenu, entry(cardFolder, "Old"), items(uuid + ';'),
+     entry(), items(uuid + ';' + uuid + ';')},
+
+    {"out of the middle", unregisterAppFromMenu, "[cccc]\n" + entry() + "# own\nX = 1\n\n" + others,
+     others + items("a;" + uuid + ";b;"), "[cccc]\n" + others, others + items("a;b;")},
+    {"all occurrences before a semicolon", unregisterAppFromMenu, entry() + others + entry(),
+     items(uuid + ';' + uuid.toUpper() + ";a;" + uuid + ";B;" + uuid), others,
+     items("a;B;" + uuid)},
+    {"another letter case", unregisterAppFromMenu, '[' + uuid.toUpper() + "]\nName = X",
+     items(uuid.toUpper() + ';'), '[' + uuid.toUpper() + "]\nName = X", items("")},
+    {"CR LF", unregisterAppFromMenu, crLf(others + entry()), crLf(items("a;" + uuid + ';')),
+     crLf(others), crLf(items("a;"))},
+    {"nothing there", unregisterAppFromMenu, missing, missing, missing, items("")},
+
+    {"moved and renamed", update, entry(cardFolder, "Old", "X = 1\nVendor = Bob\n") + others, "x",
+     entry(phoneFolder, "Игра", "X = 1\nVendor = Bob\n") + others, "x"},
+};
+
+class MenuEdits : public testing::Test {
+protected:
+    MenuEdits() {
+        phone.makeFolder(Path::systemFolder.toUtf8());
+        phone.makeFolder(installed.left(installed.lastIndexOf('/')));
+        outputOf([] { openAppDb(); });
+        app.name = "Игра";
+        app.author = "Ann & Co";
+        app.exec = "bin/game -x";
+        app.icon = "icon.png";
+        app.path = phoneFolder;
+        app.uuid = std::make_unique<QUuid>(QUuid::fromString(QString(uuid)));
+        addAppRecord(*app.uuid, app.name, app.path, 0);
+    }
+
+    void setFiles(const QByteArray& installedText, const QByteArray& treeText) const {
+        for (const auto& [path, text] : {std::pair(installed, installedText), {tree, treeText}}) {
+            remove(phone.host(path).constData());
+            if (!text.isNull())
+                phone.makeFile(path, text);
+        }
+    }
+
+    void expectFiles(const QByteArray& installedText, const QByteArray& treeText) const {
+        EXPECT_EQ(readFile(phone.host(installed)), installedText);
+        EXPECT_EQ(readFile(phone.host(tree)), treeText);
+    }
+
+    Phone phone;
+    ZPK_App app;
+    const QByteArray installed = Path::installedDb.toUtf8();
+    const QByteArray tree = Path::userMenuTree.toUtf8();
+};
+
+} // namespace
+
+TEST_F(MenuEdits, TouchTheApplicationsOwnLinesOnly) {
+    for (const Edit& edit : edits) {
+        SCOPED_TRACE(edit.what);
+        setFiles(edit.installed, edit.tree);
+        menuChanged = false;
+        outputOf([&] { EXPECT_TRUE(edit.operation(app)); });
+        EXPECT_TRUE(menuChanged);
+        expectFiles(edit.installedAfter, edit.treeAfter);
+    }
+}
+
+TEST_F(MenuEdits, KeepFlagAndDatabaseInStep) {
+    addAppRecord(QUuid::createUuid(), "Other", "/other", 0);
+    const char* links = "SELECT UUID FROM App_Menu JOIN AppReg ON id = app_id";
+    outputOf([&] { registerAppInMenu(app); });
+    EXPECT_TRUE(app.registeredInMenu);
+    EXPECT_EQ(query(links), TableRows{{'{' + uuid + '}'}});
+    outputOf([&] { unregisterAppFromMenu(app); });
+    EXPECT_FALSE(app.registeredInMenu);
+    EXPECT_EQ(query(links), TableRows());
+}
+
+TEST_F(MenuEdits, GoOnWhereAFileCannotBeWritten) {
+    setFiles(others, others);
+    chmod(phone.host(installed).constData(), 0444);
+    chmod(phone.host(tree).constData(), 0666);
+    chmod(phone.host(installed.left(installed.lastIndexOf('/'))).constData(), 0777);
+    const Unprivileged user;
+    menuChanged = false;
+    EXPECT_TRUE(registerAppInMenu(app));
+    EXPECT_TRUE(app.registeredInMenu && menuChanged);
+    expectFiles(others, others + items(uuid + ';'));
+    chmod(phone.host(tree).constData(), 0444);
+    EXPECT_TRUE(unregisterAppFromMenu(app));
+    EXPECT_FALSE(app.registeredInMenu);
+}
+
+namespace {
+
+class Menu : public Ops {
+protected:
+    /// Runs the program and presses the right soft key; true where that ends it.
+    static bool endsOnQuit() {
+        constexpr int stillRunning = 99;
+        QTimer later;
+        QObject::connect(&later, &QTimer::timeout, [] { QCoreApplication::exit(stillRunning); });
+        QTimer::singleShot(0, [&later] {
+            press(Qt::Key_F2);
+            later.start(200);
+        });
+        return qApp->exec() != stillRunning;
+    }
+};
+
+} // namespace
+
+TEST_F(Menu, EntryRegistersAndUnregistersAfterAQuestion) {
+    addGame(0, "Alpha");
+    addGame(1, "Beta");
+    openFilled();
+    for (const bool registers : {true, false}) {
+        const QString question =
+            tr(registers ? "POP_CONFIRM_REGISTER_APP_MENU" : "POP_CONFIRM_UNREGISTER_APP_MENU") +
+            "\nBeta";
+        choose("Beta", {RegisterEntry}, {no(question)});
+        EXPECT_EQ(appIn("Beta")->registeredInMenu, !registers);
+        EXPECT_EQ(menuChanged, !registers);
+        const QByteArray output = outputOf([&] {
+            choose("Beta", {RegisterEntry}, {yes(question), okNotice()});
+        });
+        EXPECT_EQ(output.endsWith("DEBUG:: Register APP to Menu\n"), registers);
+        EXPECT_EQ(appIn("Beta")->registeredInMenu, registers);
+        expectAgreement();
+    }
+}
+
+TEST_F(Menu, QuitAsksOnlyAfterAnEdit) {
+    const FakeCommand busybox(phone, "busybox", "echo \"$#\" \"$@\" >> \"${0%/*}/calls\"");
+    addGame(0, "Alpha");
+    openFilled();
+    const QString question = tr("POP_CONFIRM_REFRESH_MENU");
+    EXPECT_TRUE(endsOnQuit());
+    registerAppInMenu(*appIn("Alpha"));
+    unregisterAppFromMenu(*appIn("Alpha"));
+    window->mainOptM_MultiSelect();
+    EXPECT_FALSE(endsOnQuit());
+    EXPECT_FALSE(apps().hasCheckBoxes());
+    {
+        const Dialogs dialogs({no(question)});
+        EXPECT_TRUE(endsOnQuit());
+        EXPECT_FALSE(exists(phone.host("/fake/calls")));
+    }
+    const Dialogs dialogs({yes(question), okNotice()});
+    EXPECT_TRUE(endsOnQuit());
+    EXPECT_EQ(readFile(phone.host("/fake/calls")), "4 killall am flawplayer messaging\n");
+}
