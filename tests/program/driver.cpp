@@ -23,107 +23,78 @@
 
 namespace {
 
-bool failed = false;
+using Operation = std::function<bool(ZPK_App&)>;
 
-void perform(std::string_view operation, ZPK_App& app) {
-    if (operation == "register")
-        registerAppInMenu(app);
-    else if (operation == "unregister")
-        unregisterAppFromMenu(app);
-    else if (operation == "rename")
-        renameApp(app, "Renamed");
-    else if (operation == "move")
-        moveApp(app, true);
-    else if (operation == "delete")
-        deleteApp(app, true);
+bool isQuoted(const ZPK_App& app) {
+    return app.path.contains('\'');
 }
 
-bool agrees(const char* when) {
+/// Each gives true where it did what it should; a single quote in the path is in the way of some.
+const std::pair<std::string_view, Operation> operations[] = {
+    {"register", [](ZPK_App& app) { return registerAppInMenu(app); }},
+    {"unregister", [](ZPK_App& app) { return unregisterAppFromMenu(app); }},
+    {"rename", [](ZPK_App& app) { return renameApp(app, "New" + app.name.trimmed()), true; }},
+    {"move", [](ZPK_App& app) { return moveApp(app, true) != isQuoted(app); }},
+    {"save", [](ZPK_App& app) { return saveApp(app, Path::phonePackages, true), true; }},
+    {"delete",
+     [](ZPK_App& app) {
+         const bool isLeft = isQuoted(app);
+         return deleteApp(app, true) != isLeft;
+     }},
+};
+
+bool perform(std::string_view name, ZPK_App& app) {
+    for (const auto& [candidate, operation] : operations) {
+        if (candidate == name)
+            return operation(app);
+    }
+    return true;
+}
+
+bool agrees(std::string_view when) {
     const QStringList found = disagreements();
     for (const QString& what : found)
-        fprintf(stderr, "%s: %s\n", when, qPrintable(what));
+        fprintf(stderr, "%s: %s\n", when.data(), qPrintable(what));
     return found.isEmpty();
 }
 
-/// As a user would go on after a restart: each operation must work, and everything agree again once
-/// the interrupted one has been repeated.
-bool check() {
-    if (AppMap.empty())
-        return true;
-    if (AppMap.size() != 1)
-        return false;
-    ZPK_App& app = *AppMap.begin()->second;
-    fprintf(stderr, "found %s\n", qPrintable(hostPath(app.path)));
-    if (!app.registeredInMenu)
-        registerAppInMenu(app);
-    unregisterAppFromMenu(app);
-    renameApp(app, "Another");
-    bool good = agrees("unregister");
-    registerAppInMenu(app);
-    good = agrees("register") && good;
-    const QString path = app.path;
-    good = moveApp(app, true) && agrees("move") && good;
+/// What a fresh program finds, but for the bystander.
+QList<ZPK_App*> found() {
     discoverApps();
-    ZPK_App& moved = *AppMap.begin()->second;
-    good = AppMap.size() == 1 && agrees("discovery") && good;
-    good = moveApp(moved, true) && moved.path == path && agrees("move back") && good;
-    good = deleteApp(moved, true) && good;
-    discoverApps();
-    for (const QString& what : leftovers())
-        fprintf(stderr, "left over: %s\n", qPrintable(what));
-    return good && AppMap.empty();
-}
-
-void expect(bool isTrue, const char* what, const ZPK_App& app) {
-    if (isTrue)
-        return;
-    fprintf(stderr, "%s: %s\n", what, toBytes(app.path).constData());
-    failed = true;
-}
-
-/// Moves the application; a single quote in its path is in the way.
-void moveOrRefuse(ZPK_App& app) {
-    const QString before = app.path;
-    const bool isQuoted = before.contains('\'');
-    expect(moveApp(app, true) != isQuoted, "move", app);
-    expect((app.path == before) == isQuoted, "place", app);
-}
-
-/// What a fresh program would find.
-QList<ZPK_App*> allButTheBystander() {
-    discoverApps();
-    failed = !agrees("discovery") || failed;
     QList<ZPK_App*> apps;
     for (const auto& [key, app] : AppMap) {
         if (app->name != u"Bystander")
             apps.append(app.get());
     }
-    fprintf(stderr, "%d applications\n", int(apps.size()));
     return apps;
 }
 
-/// Every operation on every application but the bystander; those that cannot be deleted are left.
-bool doEverything() {
-    const std::function<void(ZPK_App&)> operations[] = {
-        [](ZPK_App& app) { registerAppInMenu(app); },
-        [](ZPK_App& app) { saveApp(app, Path::phonePackages, true); },
-        moveOrRefuse,
-        [](ZPK_App& app) { renameApp(app, "New" + app.name.trimmed()); },
-        moveOrRefuse,
-        [](ZPK_App& app) { unregisterAppFromMenu(app); }};
-    const QList<ZPK_App*> apps = allButTheBystander();
-    for (const auto& operation : operations) {
-        for (ZPK_App* app : apps)
-            operation(*app);
-        failed = !agrees("operation") || failed;
+/// Does these to every application, after a new discovery each; everything must agree after it.
+bool performAll(std::initializer_list<std::string_view> names) {
+    bool good = true;
+    for (const std::string_view name : names) {
+        for (ZPK_App* app : found())
+            good = perform(name, *app) && good;
+        good = agrees(name) && good;
     }
-    for (ZPK_App* app : allButTheBystander())
-        expect(deleteApp(*app, true) != app->path.contains('\''), "delete", *app);
-    for (const QString& what : leftovers()) {
+    for (const QString& what : leftovers())
         fprintf(stderr, "left over: %s\n", qPrintable(what));
-        failed = true;
+    return good;
+}
+
+/// As a user would go on after a restart. Everything must agree again once the interrupted
+/// operation has been repeated.
+bool check() {
+    const QList<ZPK_App*> apps = found();
+    for (ZPK_App* app : apps) {
+        fprintf(stderr, "found %s\n", qPrintable(hostPath(app->path)));
+        if (!app->registeredInMenu)
+            registerAppInMenu(*app);
+        perform("unregister", *app);
+        perform("rename", *app);
     }
-    return !failed;
+    return apps.size() <= 1 && performAll({"register", "move", "move", "delete"}) &&
+           found().isEmpty();
 }
 
 } // namespace
@@ -142,7 +113,11 @@ int main(int argc, char** argv) {
         return check() ? 0 : 1;
     if (operation == "everything") {
         const ZApplication application(argc, argv, ZApplication::GuiClient); // errors are shown
-        return doEverything() ? 0 : 1;
+        fprintf(stderr, "%d applications\n", int(found().size()));
+        return performAll({"register", "save", "move", "rename", "move", "unregister", "delete"}) &&
+                       leftovers().isEmpty()
+                   ? 0
+                   : 1;
     }
     qputenv("DRIVER", QByteArray::number(getpid()));
     fflush(stdout);

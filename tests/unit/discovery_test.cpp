@@ -89,18 +89,6 @@ TEST(Discovery, FoldersOfAnyNameAreFoundAndNothingElse) {
     }
 }
 
-TEST(Discovery, ACardBehindALinkOutOfTheRootIsThePhonesOwn) {
-    const Phone phone;
-    phone.makeFolder("/root/mmc");
-    makeApp(phone, "/outside/quiver/A", "A");
-    makeApp(phone, "/outside/quiver/B", "B");
-    const QByteArray link = phone.host("/root/mmc/mmca1");
-    EXPECT_EQ(symlink(phone.host("/outside").constData(), link.constData()), 0);
-    qputenv("QUIVER_ROOT", phone.host("/root"));
-    SdPresent = true;
-    EXPECT_EQ(discovered(), "A_SD /mmc/mmca1/quiver/A 1\nB_SD /mmc/mmca1/quiver/B 1\n");
-}
-
 TEST(Discovery, AnIdentifierIsDrawnOnceAndKept) {
     const Phone phone;
     openDatabase(phone);
@@ -148,19 +136,6 @@ TEST(Discovery, AnIdentifierThatNothingCanBeFoundByIsReplaced) {
         outputOf([&] { EXPECT_TRUE(isUuidUsed(&uuid)); });
         EXPECT_EQ(rowCount(), 1);
     }
-}
-
-TEST(Discovery, TheWorkingDirectoryIsTheSameAfterwards) {
-    const Phone phone;
-    makeApp(phone, onPhone + "A", "A");
-    SdPresent = true;
-    phone.makeFile("/mmc/mmca1/quiver", "no folder");
-    phone.makeFolder("/here");
-    chmod(phone.host("/here").constData(), 0111);
-    EXPECT_TRUE(enterFolder("/here"));
-    const Unprivileged unprivileged;
-    EXPECT_EQ(discovered(), "A_PH " + onPhone + "A 0\n");
-    EXPECT_EQ(currentFolder(), "/here");
 }
 
 TEST(ListDir, TakesWhatTheFlagsSay) {

@@ -45,14 +45,6 @@ TEST(PhoneRoot, APhonePathLiesBelowTheRoot) {
     }
 }
 
-TEST(PhoneRoot, PathsThatAreNotTheRootsStayAsTheyAre) {
-    const Phone phone;
-    for (const char* relative : {"", "a", "../a", "./quiver"})
-        EXPECT_EQ(hostPath(relative), relative);
-    for (const QByteArray& outside : {QByteArray("/tmp"), phone.host() + "x/y"})
-        EXPECT_EQ(toBytes(phonePath(outside)), outside);
-}
-
 TEST(PhoneRoot, TheCurrentFolderIsThePhonesAlsoBehindLinks) {
     const Phone phone;
     phone.makeFolder("/outside/quiver/First");

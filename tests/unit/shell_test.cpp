@@ -1,12 +1,9 @@
 #include "shell.h"
 
-#include "ZLabel.h"
 #include "ZPopup.h"
 #include "support.h"
 
 #include <csignal>
-
-#include <unistd.h>
 
 namespace {
 
@@ -110,41 +107,6 @@ TEST(Shell, CommandsEndWhereNobodyReadsThem) {
     signal(SIGPIPE, SIG_IGN);
     EXPECT_EQ(runSystem("sh -c 'kill -PIPE $$; exit 0'"), (128 + SIGPIPE) << 8);
     EXPECT_EQ(raise(SIGPIPE), 0); // and the program does not
-}
-
-TEST(Shell, TenMegabytesOfOutputAreShownInPart) {
-    const Phone phone;
-    QString shown;
-    Dialogs dialogs({[&](ZPopup& popup) {
-        shown = popup.findChild<ZLabel*>()->text();
-        press(Qt::Key_Return);
-    }});
-    QString command = "sh -c 'echo begin; yes | head -c 10000000; echo end; exit 2'";
-    const QByteArray output = outputOf([&] { EXPECT_FALSE(runShellCommand(command, false)); });
-    EXPECT_GT(output.size(), 10'000'000);
-    EXPECT_TRUE(shown.startsWith("begin\ny\ny\n") && shown.endsWith("y\ny\nend"));
-    EXPECT_LT(shown.size(), 10'000);
-}
-
-TEST(Shell, ACommandReadsNothingOfTheProgramsInput) {
-    const Phone phone;
-    int ends[2] = {};
-    ASSERT_EQ(pipe(ends), 0);
-    EXPECT_EQ(write(ends[1], "answer", 6), 6);
-    const int before = dup(STDIN_FILENO);
-    dup2(ends[0], STDIN_FILENO);
-    QString command = "cat";
-    EXPECT_EQ(outputOf([&] {
-                  EXPECT_TRUE(runShellCommand(command, true));
-                  EXPECT_EQ(runSystem("cat"), 0);
-              }),
-              started("cat", 0));
-    EXPECT_EQ(readFile(phone.host(logFile)), "");
-    char buffer[10] = {};
-    EXPECT_EQ(read(STDIN_FILENO, buffer, sizeof buffer), 6);
-    dup2(before, STDIN_FILENO);
-    for (const int descriptor : {before, ends[0], ends[1]})
-        close(descriptor);
 }
 
 TEST(Shell, APathReachesTheShellAsItIsOrNotAtAll) {

@@ -105,27 +105,23 @@ TEST(ZConfig, NameModeOwnerAndLinkAreKept) {
     const Phone phone;
     phone.makeFile("/\xFF/\xFE", "[A]\nk=1\n");
     const QByteArray path = phone.host("/\xFF/\xFE");
-    const bool canChown = chown(path.constData(), 1234, 2345) == 0;
-    EXPECT_EQ(canChown, geteuid() == 0);
+    EXPECT_EQ(chown(path.constData(), 1234, 2345) == 0, geteuid() == 0);
     chmod(path.constData(), 04604);
     struct stat before = {};
     struct stat after = {};
     stat(path.constData(), &before);
-    EXPECT_EQ(symlink("\xFF/\xFE", phone.host("/link").constData()), 0);
     ZConfig unchanged(fromBytes(path), false);
     both(setting("k", "1"), removing("B"))(unchanged);
     EXPECT_TRUE(unchanged.flush());
     stat(path.constData(), &after);
     EXPECT_EQ(after.st_ino, before.st_ino); // the same value writes nothing
-    for (const QByteArray& name : {phone.host("/link"), path}) {
-        ZConfig file(fromBytes(name), false);
-        file.writeEntry("A", "k", file.readEntry("A", "k", "").toInt() + 1);
-        EXPECT_TRUE(file.flush());
-    }
+    EXPECT_EQ(symlink("\xFF/\xFE", phone.host("/link").constData()), 0);
+    ZConfig file(phone.host("/link"), false);
+    setting("k", "3")(file);
+    EXPECT_TRUE(file.flush());
     stat(path.constData(), &after);
-    EXPECT_EQ(after.st_mode, before.st_mode);
-    EXPECT_EQ(after.st_uid, before.st_uid);
-    EXPECT_EQ(after.st_gid, before.st_gid);
+    EXPECT_EQ(std::tuple(after.st_mode, after.st_uid, after.st_gid),
+              std::tuple(before.st_mode, before.st_uid, before.st_gid));
     EXPECT_TRUE(fs::is_symlink(phone.host("/link").toStdString()));
     EXPECT_EQ(readFile(path), "[A]\nk = 3\n");
     EXPECT_EQ(std::distance(fs::directory_iterator(phone.host("/\xFF").toStdString()), {}), 1);
@@ -138,23 +134,16 @@ TEST(ZConfig, WhatCannotBeReadOrWrittenIsNeverOverwritten) {
     chmod(phone.host("/unreadable").constData(), 0222);
     chmod(phone.host("/protected").constData(), 0444);
     phone.makeFolder("/folder");
-    EXPECT_EQ(mkfifo(phone.host("/pipe").constData(), 0666), 0);
-    const auto kind = [&](const char* name) {
-        return fs::symlink_status(phone.host(name).toStdString()).type();
-    };
-    for (const char* name :
-         {"/unreadable", "/protected", "/folder", "/pipe", "/no/file", "/readonly", "/missing"}) {
-        const auto before = kind(name);
-        const bool readOnly = QByteArray("/readonly /missing").contains(name);
+    for (const char* name : {"/unreadable", "/protected", "/folder", "/no/file", "/readonly"}) {
         const Unprivileged unprivileged;
-        ZConfig file(phone.host(name), readOnly);
+        ZConfig file(phone.host(name), QByteArray("/readonly") == name);
         file.writeEntry("A", "k", 1);
         EXPECT_FALSE(file.flush()) << name;
-        EXPECT_EQ(kind(name), before) << name;
     }
     chmod(phone.host("/unreadable").constData(), 0444);
     for (const char* name : {"/unreadable", "/protected", "/readonly"})
         EXPECT_EQ(readFile(phone.host(name)), "[A]\nj=1\n") << name;
+    EXPECT_TRUE(fs::is_directory(phone.host("/folder").toStdString()));
 }
 
 TEST(ZConfig, AFileIsMadeByItsFirstChangeAndKeptOnAFullDisk) {

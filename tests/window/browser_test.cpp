@@ -1,6 +1,5 @@
 #include "window_support.h"
 
-#include "ChoiceRow.h"
 #include "ListHeader.h"
 #include "PhoneRoot.h"
 #include "RES_ICON_Reader.h"
@@ -9,11 +8,9 @@
 #include "ZOptionsMenu.h"
 #include "ZPopup.h"
 #include "ZScreen.h"
-#include "browser.h"
 #include "discovery.h"
 #include "paths.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 
 #include <filesystem>
@@ -236,75 +233,69 @@ TEST_F(UiBrowser, PackagesAreInstalledByKeys) {
     insertCard();
     addPackage("/mmc/mmca1/game one.zpk", "Game");
     addPackage("/mmc/mmca1/Tool.ZPK", "Tool");
-    phone.makeFile("/mmc/mmca1/broken.zpk", "no archive");
     openBrowser();
     chooseInMenu({ShowAllEntry});
-    const QStringList before = names(files());
-    const QString question = "Install package", done = "Success", error = "Error";
-
-    struct Case {
-        QString package;
-        QList<int> answers; ///< of the question and the list of places
-        QStringList titles;
-        QStringList apps;
-    };
-
-    const QList<Case> cases = {
-        {"game one.zpk", {Key_F2}, {question}, {}},
-        {"game one.zpk", {Key_F1, Key_Down, Key_Backspace}, {question, question, question}, {}},
-        {"broken.zpk", {Key_F1, Key_F1, Key_Return}, {question, question, error}, {}},
-        {"Tool.ZPK",
-         {Key_F1, Key_Down, Key_F1, Key_F1},
-         {question, question, question, done},
-         {"Tool_SD"}},
-        {"game one.zpk",
-         {Key_Return, Key_Return, Key_Return},
-         {question, question, done},
-         {"Game_PH", "Tool_SD"}},
-    };
-    for (const Case& entry : cases) {
-        SCOPED_TRACE(qPrintable(entry.package));
+    const QString question = "Install package";
+    for (const auto& [package, answers, titles, installed] :
+         Rows<QString, QList<int>, QStringList, QStringList>{
+             {"game one.zpk", {Key_F2}, {question}, {}},
+             {"game one.zpk",
+              {Key_F1, Key_Down, Key_Backspace},
+              {question, question, question},
+              {}},
+             {"Tool.ZPK",
+              {Key_F1, Key_Down, Key_F1, Key_F1},
+              {question, question, question, "Success"},
+              {"Tool_SD"}},
+             {"game one.zpk",
+              {Key_Return, Key_Return, Key_Return},
+              {question, question, "Success"},
+              {"Game_PH", "Tool_SD"}}}) {
+        SCOPED_TRACE(qPrintable(package));
         QStringList shown;
         QList<Dialogs::Step> steps;
-        for (const int answer : entry.answers)
+        for (const int answer : answers)
             steps.append(reading(shown, answer));
-        const bool runs = entry.titles.last() != question;
-        if (runs)
+        if (titles.last() != question)
             steps.insert(steps.size() - 1, waiting());
-        highlight(entry.package);
-        const int row = files().currentItem();
-        QByteArray output;
+        highlight(package);
         {
             Dialogs dialogs(steps);
-            output = outputOf([] {
-                press(Key_Return);
-                settle();
-            });
+            press(Key_Return);
+            settle();
         }
-        const bool confirmed = entry.answers.size() > 1;
-        EXPECT_TRUE(output.startsWith((confirmed ? "DEBUG:: Install ZPK\n" : "") + chosen(row)));
-        QStringList titles;
+        QStringList seen;
         for (int i = 0; i < shown.size(); i += 2)
-            titles.append(shown.at(i));
-        EXPECT_EQ(titles, entry.titles);
+            seen.append(shown.at(i));
+        EXPECT_EQ(seen, titles);
         EXPECT_EQ(shown.value(1), "Install this package?");
-        EXPECT_EQ(confirmed ? shown.value(3) : "Where to?", "Where to?");
         QStringList keys;
         for (const auto& [key, app] : AppMap)
             keys.append(key);
-        EXPECT_EQ(keys, entry.apps);
-        EXPECT_EQ(apps().count(), entry.apps.size());
-        EXPECT_EQ(files().currentItem(), row);
-        EXPECT_EQ(names(files()), before);
+        EXPECT_EQ(keys, installed);
         expectUsable();
     }
     EXPECT_EQ(names(apps()), QStringList({"Game", "Tool"}));
-    EXPECT_EQ(modeOf(phone.host("/ezxlocal/download/mystuff/quiver/Game/Game")) & 0100, 0100);
     EXPECT_EQ(modeOf(phone.host("/mmc/mmca1/quiver/Tool/Tool")) & 0100, 0100);
-    press(Key_Left);
-    ASSERT_NE(window->currentApp(), nullptr);
-    EXPECT_EQ(window->currentApp()->name, "Game");
-    EXPECT_TRUE(window->getMainMenu()->isItemEnabled(MoveEntry));
+}
+
+TEST_F(UiBrowser, APackageThatChangesMeanwhileIsNotInstalled) {
+    insertCard();
+    addPackage("/mmc/mmca1/game.zpk", "Game");
+    openBrowser();
+    highlight("game.zpk");
+    const auto change = [this](ZPopup&) {
+        addPackage("/mmc/mmca1/game.zpk", "Other");
+        press(Key_F1);
+    };
+    QStringList shown;
+    {
+        Dialogs dialogs({pressing(Key_F1), change, reading(shown, Key_F1)});
+        press(Key_Return);
+        settle();
+    }
+    EXPECT_TRUE(shown.value(1).contains("has changed meanwhile")) << qPrintable(shown.value(1));
+    EXPECT_TRUE(AppMap.empty());
 }
 
 TEST_F(UiBrowser, OnlyWhatWasConfirmedIsInstalled) {
@@ -316,49 +307,15 @@ TEST_F(UiBrowser, OnlyWhatWasConfirmedIsInstalled) {
         // Keys that wait behind the answer come before the installation begins.
         Dialogs dialogs(
             {[](ZPopup&) { hold(Key_F1, 0); }, pressing(Key_F1), waiting(), pressing(Key_F1)});
-        hold(Key_Return, 0);
-        hold(Key_Return, 0);
-        hold(Key_Down, 0);
+        for (const int key : {Key_Return, Key_Return, Key_Down})
+            hold(key, 0);
         settle();
     }
     EXPECT_EQ(names(apps()), QStringList("First"));
-    expectUsable();
-
     highlight("b.zpk");
-    QStringList shown;
-    {
-        // A key that is held since the row was chosen does not answer the question.
-        Dialogs dialogs({[](ZPopup&) { repeat(Key_Return, 20); }, reading(shown, Key_F2)});
-        hold(Key_Return, 0);
-        settle();
-    }
-    EXPECT_EQ(shown.value(1), "Install this package?");
+    // A key that is held since the row was chosen does not answer the question.
+    Dialogs dialogs({[](ZPopup&) { repeat(Key_Return, 20); }, pressing(Key_F2)});
+    hold(Key_Return, 0);
+    settle();
     EXPECT_EQ(names(apps()), QStringList("First"));
-}
-
-TEST_F(UiBrowser, WithoutACardThereIsOnePlace) {
-    addPackage(memory + "/game.zpk", "Game");
-    addApp(0, "Alpha");
-    openBrowser();
-    EXPECT_FALSE(window->getPackageMenu()->isItemEnabled(GoToCardEntry));
-    press(Key_Left);
-    chooseInMenu({MultiSelectEntry}); // in multi-select mode success is not announced
-    press(Key_Right);
-    highlight("game.zpk");
-    QStringList places;
-    {
-        Dialogs dialogs({pressing(Key_F1),
-                         [&](ZPopup& popup) {
-                             for (const auto* row : popup.findChildren<ChoiceRow*>())
-                                 places.append(row->text());
-                             pressAll({Key_Down, Key_F1});
-                         },
-                         waiting()});
-        chooseInMenu({InstallEntry});
-        settle();
-    }
-    EXPECT_EQ(places, QStringList("Phone memory"));
-    ASSERT_EQ(names(apps()), QStringList({"Alpha", "Game"}));
-    EXPECT_TRUE(apps().item(0)->isCheckable());
-    expectUsable();
 }

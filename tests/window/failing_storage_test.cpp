@@ -135,20 +135,6 @@ TEST_F(FailingStorage, ReadOnlyFoldersKeepWhatTheyHave) {
     EXPECT_EQ(differences(filesOf("Card", 1), before), QByteArrayList());
 }
 
-TEST_F(FailingStorage, CardThatWasTakenOutLosesNothing) {
-    phone.makeFile("/ezxlocal/download/mystuff/zpk_files/Card.zpk", "older");
-    // What would be packed out of the working directory.
-    phone.makeFile("/ezxlocal/Card/decoy", "");
-    window->loadFolder("/ezxlocal");
-    phone.makeFolder("/aside");
-    mountAt("/aside", phone.host(card), nullptr, MS_MOVE, nullptr);
-    const char* gone = "No such file or directory";
-    expectFailures(
-        {{moving("Card"), gone}, {moving("Game"), gone}, {saving("Card", SAVE_PH), gone}});
-    mountAt(card, phone.host("/aside"), nullptr, MS_MOVE, nullptr);
-    expectAgreement();
-}
-
 TEST_F(FailingStorage, MovedWhereTheSourceCannotBeTakenAwayWhole) {
     makeReadOnly("/ezxlocal/download/mystuff/quiver/Game/levels");
     const Snapshot whole = filesOf("Game", 0);

@@ -1,13 +1,9 @@
 #include "apps_support.h"
 
-#include "ZListBox.h"
 #include "ZPK_App.h"
 #include "database.h"
-#include "language.h"
 #include "menu.h"
 #include "paths.h"
-
-#include <QApplication>
 
 #include <sys/stat.h>
 
@@ -146,64 +142,4 @@ TEST_F(MenuEdits, GoOnWhereAFileCannotBeWritten) {
     chmod(phone.host(tree).constData(), 0444);
     EXPECT_TRUE(unregisterAppFromMenu(app));
     EXPECT_FALSE(app.registeredInMenu);
-}
-
-namespace {
-
-class Menu : public Ops {
-protected:
-    /// Runs the program and presses the right soft key; true where that ends it.
-    static bool endsOnQuit() {
-        constexpr int stillRunning = 99;
-        QTimer later;
-        QObject::connect(&later, &QTimer::timeout, [] { QCoreApplication::exit(stillRunning); });
-        QTimer::singleShot(0, [&later] {
-            press(Qt::Key_F2);
-            later.start(200);
-        });
-        return qApp->exec() != stillRunning;
-    }
-};
-
-} // namespace
-
-TEST_F(Menu, EntryRegistersAndUnregistersAfterAQuestion) {
-    addGame(0, "Alpha");
-    addGame(1, "Beta");
-    openFilled();
-    for (const bool registers : {true, false}) {
-        const QString question =
-            tr(registers ? "POP_CONFIRM_REGISTER_APP_MENU" : "POP_CONFIRM_UNREGISTER_APP_MENU") +
-            "\nBeta";
-        choose("Beta", {RegisterEntry}, {no(question)});
-        EXPECT_EQ(appIn("Beta")->registeredInMenu, !registers);
-        EXPECT_EQ(menuChanged, !registers);
-        const QByteArray output = outputOf([&] {
-            choose("Beta", {RegisterEntry}, {yes(question), okNotice()});
-        });
-        EXPECT_EQ(output.endsWith("DEBUG:: Register APP to Menu\n"), registers);
-        EXPECT_EQ(appIn("Beta")->registeredInMenu, registers);
-        expectAgreement();
-    }
-}
-
-TEST_F(Menu, QuitAsksOnlyAfterAnEdit) {
-    const FakeCommand busybox(phone, "busybox", "echo \"$#\" \"$@\" >> \"${0%/*}/calls\"");
-    addGame(0, "Alpha");
-    openFilled();
-    const QString question = tr("POP_CONFIRM_REFRESH_MENU");
-    EXPECT_TRUE(endsOnQuit());
-    registerAppInMenu(*appIn("Alpha"));
-    unregisterAppFromMenu(*appIn("Alpha"));
-    window->mainOptM_MultiSelect();
-    EXPECT_FALSE(endsOnQuit());
-    EXPECT_FALSE(apps().hasCheckBoxes());
-    {
-        const Dialogs dialogs({no(question)});
-        EXPECT_TRUE(endsOnQuit());
-        EXPECT_FALSE(exists(phone.host("/fake/calls")));
-    }
-    const Dialogs dialogs({yes(question), okNotice()});
-    EXPECT_TRUE(endsOnQuit());
-    EXPECT_EQ(readFile(phone.host("/fake/calls")), "4 killall am flawplayer messaging\n");
 }
