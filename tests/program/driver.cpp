@@ -1,14 +1,19 @@
 #include "Bytes.h"
 #include "PhoneRoot.h"
 #include "ZApplication.h"
+#include "ZPopup.h"
 #include "agreement.h"
 #include "database.h"
 #include "discovery.h"
+#include "install.h"
 #include "menu.h"
 #include "operations.h"
+#include "packageinfo.h"
 #include "paths.h"
 #include "settings.h"
 #include "storage.h"
+
+#include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
@@ -18,8 +23,8 @@
 #include <unistd.h>
 
 // Does one operation on the one application of the phone in QUIVER_ROOT, so that it can be killed
-// on the way; or, as "check", does all of them on what a killed one has left; or, as "everything",
-// on any number of applications whatever they are called.
+// on the way; or, as "install", an installation; or, as "check", does all of them on what a killed
+// one has left; or, as "everything", on any number of applications whatever they are called.
 
 namespace {
 
@@ -97,11 +102,22 @@ bool check() {
            found().isEmpty();
 }
 
+/// Installs the package on the phone as the window does, on whose screen it answers the questions.
+void install(const char* package) {
+    QTimer answering;
+    QObject::connect(&answering, &QTimer::timeout, [] {
+        if (ZPopup* popup = ZPopup::active())
+            popup->done(1);
+    });
+    answering.start(5);
+    installZpk(packageAt(package), true);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     QString error;
-    if (argc != 2 || !preparePhoneRoot(error))
+    if (argc < 2 || argc > 3 || !preparePhoneRoot(error))
         return 2;
     const std::string_view operation = argv[1];
     prepareStorage();
@@ -109,6 +125,11 @@ int main(int argc, char** argv) {
     ArchiverPath = qEnvironmentVariable("SEVEN_ZIP");
     srand(getpid());
     discoverApps();
+    if (operation == "install") {
+        const ZApplication application(argc, argv, ZApplication::GuiClient);
+        install(argv[2]);
+        return 0;
+    }
     if (operation == "check")
         return check() ? 0 : 1;
     if (operation == "everything") {

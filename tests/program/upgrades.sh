@@ -2,12 +2,13 @@
 # Installs a newer version over an application and breaks off on the way: killed at every system call
 # that changes something, with a damaged package, with an archiver that dies. After a new start the
 # old version or the new one must be there, whole, with the files that only the application made.
-# upgrades.sh BUILD-FOLDER 7Z
+# upgrades.sh BUILD-FOLDER 7Z DRIVER
 source "$(dirname "$(readlink -f "$0")")/lib.sh"
 if ! strace -o /dev/null true 2>/dev/null; then
     echo 'SKIPPED: strace cannot trace here; killed upgrades were NOT tested' >&2
     exit 77
 fi
+driver=$3
 apps=$work/root/ezxlocal/download/mystuff/quiver
 answers=$'y\n1\n'
 
@@ -53,26 +54,27 @@ try() {
     is "$1" "$2, started anew"
 }
 
-# The program itself, killed at each call of its own that changes the storage.
+# The program that COMMAND... starts, killed at each call of its own that changes the storage, on
+# whichever of its threads.
 sweep() {
-    local calls call names=rename,unlink,unlinkat,rmdir,mkdir,syncfs,execve
+    local calls call names=rename,unlink,unlinkat,rmdir,mkdir,syncfs
     install_old
-    printf %s "$answers" | strace -f -o calls -e trace=$names "$quiver" x game.zpk >out 2>&1
+    printf %s "$answers" | strace -f -o calls -e trace=$names,execve "$@" >out 2>&1
     is after 'under a trace'
-    calls=$(awk -v main="$(head -n 1 calls | cut -d ' ' -f 1)" '$1 == main {
-        sub(/^[0-9]+ +/, ""); sub(/\(.*/, ""); if ($0 ~ /^[a-z0-9]+$/) print $0 ":when=" ++n[$0] }' calls)
+    # Those of the archiver, and of the shell before it, are not the program's.
+    calls=$(awk '/execve\(/ { if (seen++) other[$1] } !($1 in other) && !/execve|resumed/ {
+        sub(/\(.*/, "", $2); if ($2 ~ /^[a-z]+$/) print $2 ":when=" ++n[$1, $2] }' calls | sort -u)
     for call in $calls; do
-        [[ $call != execve* ]] || continue
         install_old
         {
-            printf %s "$answers" | strace -o /dev/null -e trace=$names \
-                -e inject="${call/:/:signal=KILL:}" "$quiver" x game.zpk >out || true
+            printf %s "$answers" | strace -f -o /dev/null -e trace=$names \
+                -e inject="${call/:/:signal=KILL:}" "$@" >out || true
         } 2>/dev/null
         start 0 "$quiver" --install
-        diff -r old "$apps" >/dev/null || is after "killed at $call"
+        diff -r old "$apps" >/dev/null || is after "killed at $call of $*"
     done
-    [[ $(grep -c rename <<<"$calls") -ge 4 ]] || complain "too few calls were found: $calls"
-    printf 'killed at %d calls\n' "$(wc -w <<<"$calls")"
+    [[ $(grep -c rename <<<"$calls") -ge 3 ]] || complain "too few calls were found: $calls"
+    printf '%s: killed at %d calls\n' "${1##*/}" "$(wc -w <<<"$calls")"
 }
 
 # The archiver, at each call of its own that writes: FAULT happens to it, such as signal=KILL.
@@ -115,7 +117,10 @@ try old 'with the status 128' game.zpk -
 archiver "$seven_zip \"\$@\" >part; rm -r $apps/Game/run; pkill -9 -f '^$quiver x'; exit 0"
 try old 'after the program was killed with its archiver' game.zpk restart
 archiver "exec $seven_zip \"\$@\""
-sweep
+sweep "$quiver" x game.zpk
+export QUIVER_HEADLESS=1 QT_QPA_PLATFORM=offscreen SEVEN_ZIP=$seven_zip
+sweep "$driver" install game.zpk
+unset QUIVER_HEADLESS QT_QPA_PLATFORM
 sweep_archiver signal=KILL
 sweep_archiver error=ENOSPC
 passed

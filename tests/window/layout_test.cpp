@@ -142,7 +142,10 @@ TEST_P(UiLayout, ListsAndMenusCanBeRead) {
 }
 
 TEST_P(UiLayout, NoticesOfEmptyListsCanBeRead) {
+    insertCard();
+    phone.makeFolder("/mmc/mmca1/bare");
     openFilled(GetParam().c_str());
+    window->loadFolder("/mmc/mmca1/bare");
     atEverySize([this] {
         expectReadable("nothing installed");
         press(Key_Right);
