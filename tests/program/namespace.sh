@@ -45,6 +45,8 @@ case ${3-} in
     make_root "$3"
     exec chroot "$3" "$script" "$build" "$2" inside
     ;;
+inside) ;; # nowhere else: it would be on the machine's own paths
+*) exit 2 ;;
 esac
 
 source "${script%/*}/lib.sh"
