@@ -83,9 +83,11 @@ protected:
     }
 
     /// A package as the packager makes it, with one application of that name in it.
-    void addPackage(const QByteArray& path, const QByteArray& app) {
+    void addPackage(const QByteArray& path, const QByteArray& app,
+                    const QByteArray& version = "1.0") {
         const QByteArray folder = "/pack/" + app;
-        phone.makeFile(folder + '/' + app + ".cfg", "Name = " + app + "\nAuthor = Packed\n");
+        phone.makeFile(folder + '/' + app + ".cfg",
+                       "Name = " + app + "\nAuthor = Packed\nVersion = " + version + '\n');
         phone.makeFile(folder + '/' + app, "#!/bin/sh\n");
         chmod(phone.host(folder + '/' + app), 0600);
         const QByteArray command = "cd " + phone.host("/pack") + " && " SEVEN_ZIP " a '" +
@@ -190,6 +192,9 @@ TEST_F(UiBrowser, FoldersAreWalkedByKeysAndFingers) {
     EXPECT_EQ(files().currentItem(), files().count() - 1);
     press(Key_Down);
     EXPECT_EQ(files().currentItem(), 1);
+    press(Key_Down);
+    hold(Key_Up, 30); // held, it stops below it
+    EXPECT_EQ(files().currentItem(), 1);
     // The second touch of a double one is not meant for what has come under the finger.
     window->loadFolder("/mmc/mmca1");
     touchTwice(*files().viewport(), middleOf(files(), 2));
@@ -227,6 +232,36 @@ TEST_F(UiBrowser, WhatCannotBeOpenedLeavesTheBrowserWhereItWas) {
     chooseInMenu({ShowAllEntry});
     EXPECT_EQ(names(files()).value(0), QString(memory));
     EXPECT_EQ(currentFolder(), QString(memory));
+}
+
+TEST_F(UiBrowser, MarksTellTheVersionBesideTheName) {
+    insertCard();
+    addApp(0, "Game", "Ann\nVersion = 2.0");
+    const QByteArray name(60, 'W');
+    for (const char* version : {"1.0", "2.0", "3.0"})
+        addPackage("/mmc/mmca1/" + name + version + ".zpk", "Game", version);
+    addPackage("/mmc/mmca1/other.zpk", "Other");
+    openBrowser();
+    const auto marks = [this] {
+        QStringList texts;
+        for (int row = files().count() - 4; row < files().count(); ++row) // behind the folders
+            texts.append(files().item(row)->subItems(1).first().badge);
+        return texts;
+    };
+    const QStringList expected = {"older", "installed", "newer", ""};
+    EXPECT_TRUE(QTest::qWaitFor([&] { return marks() == expected; }, 20000))
+        << qPrintable(marks().join(','));
+    const QList<DrawnText> texts = drawnTexts(*files().viewport());
+    int found = 0;
+    for (const DrawnText& mark : texts) {
+        if (mark.text.isEmpty() || !expected.contains(mark.text))
+            continue;
+        ++found;
+        for (const DrawnText& other : texts)
+            EXPECT_FALSE(&other != &mark && other.place.intersects(mark.place))
+                << qPrintable(other.text) << " and " << qPrintable(mark.text);
+    }
+    EXPECT_EQ(found, 3);
 }
 
 TEST_F(UiBrowser, PackagesAreInstalledByKeys) {
