@@ -1,6 +1,7 @@
 #include "PhoneRoot.h"
 
 #include "Bytes.h"
+#include "RegularFile.h"
 
 #include <QStringList>
 
@@ -32,11 +33,6 @@ QString phoneRoot() {
 QString workingDirectory() {
     char buffer[maxPath] = {};
     return getcwd(buffer, sizeof buffer) ? fromBytes(buffer) : QString();
-}
-
-QString canonicalPath(const QString& path) {
-    char buffer[PATH_MAX] = {};
-    return realpath(toBytes(path).constData(), buffer) ? fromBytes(buffer) : path;
 }
 
 bool isInside(const QString& folder, const QString& path) {
@@ -110,7 +106,7 @@ QString phonePath(const QString& hostPath) {
     const QString root = phoneRoot();
     if (root.isEmpty())
         return hostPath;
-    for (const QString& folder : {root, canonicalPath(root)}) {
+    for (const QString& folder : {root, realPath(root)}) {
         if (isInside(folder, hostPath))
             return hostPath == folder ? QString("/") : hostPath.mid(folder.size());
     }

@@ -18,12 +18,6 @@
 
 namespace {
 
-/// The file that `path` leads to, so that a link stays a link.
-QByteArray linkTarget(const QByteArray& path) {
-    char buffer[PATH_MAX] = {};
-    return realpath(path.constData(), buffer) ? QByteArray(buffer) : path;
-}
-
 /// A pattern for the name of a file beside `path`. It is not longer than a name may be, even where
 /// that of `path` is nearly so.
 QByteArray temporaryBeside(const QByteArray& path) {
@@ -55,19 +49,40 @@ int openRegularFile(const QString& path) {
     return -1;
 }
 
-bool readRegularFile(const QString& path, qint64 limit, QByteArray& content) {
+Reading readRegularFile(const QString& path, qint64 limit, QByteArray& content) {
     const int descriptor = openRegularFile(path);
     QFile file;
-    if (descriptor < 0 ||
-        !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle) ||
-        file.size() > limit)
-        return false;
+    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return Reading::Unreadable;
+    if (file.size() > limit)
+        return Reading::TooLarge;
     content = file.readAll();
-    return file.error() == QFileDevice::NoError;
+    return file.error() == QFileDevice::NoError ? Reading::Whole : Reading::Partial;
+}
+
+QByteArray fileState(const QString& path) {
+    struct stat info = {};
+    if (stat(toBytes(path).constData(), &info) != 0)
+        return QByteArray();
+    QByteArray state = toBytes(path);
+    for (const qint64 part : {qint64(info.st_dev), qint64(info.st_ino), qint64(info.st_size),
+                              qint64(info.st_mtim.tv_sec), qint64(info.st_mtim.tv_nsec),
+                              qint64(info.st_ctim.tv_sec), qint64(info.st_ctim.tv_nsec)})
+        state += ' ' + QByteArray::number(part);
+    return state;
+}
+
+bool exists(const QString& path) {
+    return access(toBytes(path).constData(), F_OK) == 0;
+}
+
+QString realPath(const QString& path) {
+    char buffer[PATH_MAX] = {};
+    return realpath(toBytes(path).constData(), buffer) ? fromBytes(buffer) : path;
 }
 
 bool replaceFile(const QString& path, const QByteArray& content) {
-    const QByteArray target = linkTarget(toBytes(path));
+    const QByteArray target = toBytes(realPath(path)); // so that a link stays a link
     struct stat before = {};
     const bool isNew = stat(target.constData(), &before) != 0;
     if (!isNew && (!S_ISREG(before.st_mode) ||

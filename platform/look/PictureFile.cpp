@@ -39,7 +39,9 @@ QImage readImage(QByteArray bytes, int size, qreal ratio) {
 
 QImage loadImage(const QString& path, int size, qreal ratio) {
     QByteArray bytes;
-    return readRegularFile(path, largestFile, bytes) ? readImage(bytes, size, ratio) : QImage();
+    return readRegularFile(path, largestFile, bytes) == Reading::Whole
+               ? readImage(bytes, size, ratio)
+               : QImage();
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "Bytes.h"
 #include "PhoneRoot.h"
+#include "RegularFile.h"
 #include "paths.h"
 #include "settings.h"
 
@@ -10,18 +11,12 @@
 
 #include <cstdio>
 
-#include <unistd.h>
-
 namespace {
 
 const QString wordsGroup = "WORDS";
 const QString englishCode = "en";
 
 QString chosenCode = englishCode;
-
-bool fileExists(const QString& path) {
-    return access(toBytes(path).constData(), F_OK) == 0;
-}
 
 QString languagePath(const QString& folder, const QString& code) {
     return QString("%1/%2_%3.lng").arg(folder, AppName, code);
@@ -30,7 +25,7 @@ QString languagePath(const QString& folder, const QString& code) {
 bool openCandidate(const QString& folder, const QString& code) {
     const QString path = languagePath(folder, code);
     printf("DEBUG:: Checking for lng file : '%s'\n", toBytes(phonePath(path)).constData());
-    if (!fileExists(path))
+    if (!exists(path))
         return false;
     LanguageConfig = std::make_unique<ZConfig>(path, true);
     chosenCode = code;
@@ -62,7 +57,7 @@ bool selectLanguageFile(const QString& folder) {
     chosenCode = englishCode;
     puts("DEBUG:: The lng file is missing. Trying to use English lng file as default.");
     const QString english = languagePath(folder, englishCode);
-    if (!LanguageConfig || fileExists(english))
+    if (!LanguageConfig || exists(english))
         LanguageConfig = std::make_unique<ZConfig>(english, true);
     return false;
 }
@@ -74,7 +69,7 @@ QString languageCode() {
 bool loadCustomization(const QString& folder) {
     const QString path = QString("%1/%2.custom").arg(folder, AppName);
     printf("DEBUG:: Checking for Customization file: %s\n", toBytes(phonePath(path)).constData());
-    if (!fileExists(path))
+    if (!exists(path))
         return false;
     puts("DEBUG:: Customization file found. Loading custom parameters");
     const ZConfig file(path, true);

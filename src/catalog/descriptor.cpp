@@ -8,12 +8,9 @@
 
 #include <cstdio>
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace {
 
-constexpr off_t largestFile = 16 * 1024 * 1024;
+constexpr qint64 largestFile = 16 * 1024 * 1024;
 
 /// `value` cut to the longest value that a descriptor may hold, without half a character at its
 /// end.
@@ -26,39 +23,23 @@ QByteArray limited(const QByteArray& value) {
     return value.left(end);
 }
 
-QByteArray readBytes(int descriptor, off_t size) {
-    QByteArray buffer(size, Qt::Uninitialized);
-    qsizetype done = 0;
-    while (done < size) {
-        const ssize_t count = read(descriptor, buffer.data() + done, size - done);
-        if (count <= 0)
-            break;
-        done += count;
-    }
-    buffer.truncate(done);
-    return buffer;
-}
-
 } // namespace
 
 std::optional<QByteArray> readWholeFile(const QString& path) {
-    const QByteArray name = toBytes(path);
-    const int descriptor = openRegularFile(path);
-    if (descriptor < 0) {
-        printf("DEBUG:: Error while opening file (%s)\n", name.constData());
+    QByteArray content;
+    switch (readRegularFile(path, largestFile, content)) {
+    case Reading::Unreadable:
+        printf("DEBUG:: Error while opening file (%s)\n", toBytes(path).constData());
         return std::nullopt;
-    }
-    struct stat info = {};
-    fstat(descriptor, &info);
-    if (info.st_size > largestFile) {
+    case Reading::TooLarge:
         puts("DEBUG:: Error while allocating memory for file");
-        close(descriptor);
         return std::nullopt;
+    case Reading::Partial:
+        printf("DEBUG:: Error while reading file (%s)\n", toBytes(path).constData());
+        break;
+    case Reading::Whole:
+        break;
     }
-    const QByteArray content = readBytes(descriptor, info.st_size);
-    if (content.size() < info.st_size)
-        printf("DEBUG:: Error while reading file (%s)\n", name.constData());
-    close(descriptor);
     return content;
 }
 

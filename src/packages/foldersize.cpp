@@ -2,23 +2,24 @@
 
 #include "Bytes.h"
 
-#include <ftw.h>
+#include <filesystem>
 
-namespace {
-
-FolderContents counted;
-
-int countEntry(const char*, const struct stat* info, int type, FTW*) {
-    ++counted.entries;
-    counted.bytes += type == FTW_F ? info->st_size : 0;
-    return 0;
-}
-
-} // namespace
+namespace fs = std::filesystem;
 
 FolderContents contentsOf(const QString& path) {
-    constexpr int openFolders = 16;
-    counted = FolderContents();
-    nftw(toBytes(path).constData(), countEntry, openFolders, FTW_PHYS);
-    return counted;
+    FolderContents contents;
+    std::error_code error;
+    const fs::path folder = toBytes(path).toStdString();
+    if (!fs::exists(fs::symlink_status(folder, error)))
+        return contents;
+    contents.entries = 1;
+    const auto options = fs::directory_options::skip_permission_denied;
+    for (fs::recursive_directory_iterator entry(folder, options, error), end;
+         !error && entry != end; entry.increment(error)) {
+        ++contents.entries;
+        if (entry->is_regular_file(error) && !entry->is_symlink(error))
+            contents.bytes += qint64(entry->file_size(error));
+        error.clear();
+    }
+    return contents;
 }

@@ -28,10 +28,6 @@ QString folderName(const ZPK_App& app) {
     return app.path.mid(app.path.lastIndexOf('/') + 1);
 }
 
-bool exists(const QString& hostPath) {
-    return access(toBytes(hostPath).constData(), F_OK) == 0;
-}
-
 /// Ends a move that was cancelled on the way: the copy goes as long as the source is whole, all
 /// `before` entries of it. Once it has lost something, the copy is whole, and the source goes.
 Outcome endMove(const QString& from, const QString& to, int before) {

@@ -8,7 +8,6 @@
 #include "paths.h"
 #include "settings.h"
 
-#include <QFile>
 #include <QSet>
 
 #include <cstdio>
@@ -83,14 +82,9 @@ void loadAppRegistry(bool reload) {
 }
 
 QStringList readInstalledUIDs(const QString& path, QStringList list) {
-    const int descriptor = openRegularFile(path);
-    QFile file;
-    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
-        return list;
-    while (!file.atEnd()) {
-        QByteArray bytes = file.readLine();
-        if (bytes.endsWith('\n'))
-            bytes.chop(1);
+    QByteArray content;
+    readRegularFile(path, anySize, content);
+    for (const QByteArray& bytes : content.split('\n')) {
         QString line = fromBytes(bytes);
         if (!line.startsWith('[') || line.size() != headerLength)
             continue;

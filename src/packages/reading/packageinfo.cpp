@@ -67,19 +67,6 @@ bool holdsFile(const QList<ArchiveEntry>& entries, const QString& name, qint64 l
     });
 }
 
-/// Changes whenever the file does; empty where there is none.
-QByteArray fileState(const QString& path) {
-    struct stat info = {};
-    if (stat(toBytes(path).constData(), &info) != 0)
-        return QByteArray();
-    QByteArray state = toBytes(path);
-    for (const qint64 part : {qint64(info.st_dev), qint64(info.st_ino), qint64(info.st_size),
-                              qint64(info.st_mtim.tv_sec), qint64(info.st_mtim.tv_nsec),
-                              qint64(info.st_ctim.tv_sec), qint64(info.st_ctim.tv_nsec)})
-        state += ' ' + QByteArray::number(part);
-    return state;
-}
-
 /// True where a link lies already on the way from `path` (of the machine) down to its `folder`.
 bool leadsThroughLink(QString path, const QString& folder) {
     for (const QString& step : folder.split('/')) {
