@@ -12,7 +12,8 @@ read_desktop() {
     fi
 }
 
-# Twice the size where that fits, with the display in `desktop`: a screen of 320 lines is a stamp on a desktop of today.
+# Twice the size where that fits, with the display in `desktop`: a screen of 320 lines is a stamp on
+# a desktop of today.
 choose_scale() {
     read_desktop
     if [[ -z ${QUIVER_SCALE-} && ${desktop[1]} -ge 1000 ]]; then

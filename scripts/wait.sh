@@ -17,8 +17,10 @@ start_display() {
     local number
     number=$(mktemp)
     Xvfb -displayfd 3 -screen 0 "$1" -nolisten tcp 3>"$number" >"$2" 2>&1 &
+    # shellcheck disable=SC2034 # for who starts it
     display_pid=$!
     wait_for 60 test -s "$number" || return 1
-    export DISPLAY=:$(<"$number")
+    DISPLAY=:$(<"$number")
+    export DISPLAY
     rm "$number"
 }

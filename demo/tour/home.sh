@@ -9,18 +9,14 @@
 home_log=$work/home.log
 seen=0 # lines of the log that have been looked at
 
-# eventually WHAT COMMAND...: waits until the command succeeds; half a minute is the end of it.
+# eventually WHAT COMMAND...: the command succeeds within half a minute.
 eventually() {
-    local what=$1 end=$((SECONDS + 30))
-    shift
-    until "$@"; do
-        ((SECONDS < end)) || fail 1 "not in time: $what"
-        sleep 0.1
-    done
+    wait_for 30 "${@:2}" || fail 1 "not in time: $1"
 }
 
 start_home_screen() {
-    exec {hold}> >(exec "$repository/demo/keeper" "$build/demo/bin" >"$home_log" 2>"$work/home-errors.log")
+    exec {hold}> >(exec "$repository/demo/keeper" "$build/demo/bin" \
+        >"$home_log" 2>"$work/home-errors.log")
     keeper=$!
 }
 

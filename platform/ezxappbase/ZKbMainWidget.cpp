@@ -20,7 +20,6 @@ ZKbMainWidget::ZKbMainWidget(QWidget* parent, const char* name, int flags)
     m_content->setSpacing(0);
     m_busyTimer.setInterval(frameMilliseconds);
     connect(&m_busyTimer, &QTimer::timeout, this, [this] { update(busyLine()); });
-    layOut();
 }
 
 void ZKbMainWidget::setMainWidgetTitle(const QString& title) {
@@ -53,7 +52,8 @@ void ZKbMainWidget::setBusy(bool busy) {
 
 void ZKbMainWidget::setSoftKey(ZSoftKey* softKey) {
     m_softKey = softKey;
-    layOut();
+    if (isVisible())
+        layOut();
 }
 
 QRect ZKbMainWidget::titleBar() const {

@@ -62,7 +62,7 @@ zBaseGUI::~zBaseGUI() {
 ZListBox* zBaseGUI::addListPage(const QString& iconName, const QString& label) {
     auto* list = new ZListBox("%I%M", m_tabs, listSkin);
     list->setAccessibleName(label);
-    list->verticalScrollBar()->setSingleStep(getStepInScrollPanel());
+    list->verticalScrollBar()->setSingleStep(scrollStep);
     m_tabs->addTab(list, m_icons.getIcon(iconName, Measure::tabIcon), label);
     return list;
 }

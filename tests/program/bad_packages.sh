@@ -65,7 +65,7 @@ try() {
     [[ $expected == @(refused|full) ]] || others_are_listed # else nothing may have changed at all
     ! find $apps -mindepth 1 \( -perm /7000 -o -type p,s,c,b \) | grep . ||
         complain "special files of $file"
-    for left in $apps/*; do
+    for left in "$apps"/*; do
         [[ $expected != @(refused|full) && ! -L $left && ${left##*/} == @($leaves) ]] || continue
         remove "$left"
         [[ ! -e kept${left#world} ]] || cp -a "kept${left#world}" $apps

@@ -1,7 +1,8 @@
 #!/bin/bash
 # Runs the demo phone's home screen: what it shows, what it starts, and that its keeper keeps it.
 # home.sh BUILD-FOLDER
-# The restart of the menu finds processes by their names, so the test has a process table of its own.
+# The restart of the menu finds processes by their names, so the test has a process table of its
+# own.
 if [[ ${3-} != inside ]]; then
     exec "$(dirname "$(readlink -f "$0")")/../../scripts/alone" "$(readlink -f "$0")" "$1" "" inside
 fi

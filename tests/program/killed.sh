@@ -7,8 +7,9 @@ if ! strace -o /dev/null true 2>/dev/null; then
     echo "SKIPPED: strace cannot trace here; killed operations were NOT tested" >&2
     exit 77
 fi
-changing='execve,openat,creat,write,pwrite64,?rename,?renameat,?renameat2,?unlink,unlinkat,?link,linkat'
-changing+=',ftruncate,fallocate,fsync,fdatasync,?mkdir,mkdirat,?rmdir,fchmod,?chmod,fchmodat,fchown'
+changing='execve,openat,creat,write,pwrite64,?rename,?renameat,?renameat2,?unlink,unlinkat'
+changing+=',?link,linkat,ftruncate,fallocate,fsync,fdatasync,?mkdir,mkdirat,?rmdir'
+changing+=',fchmod,?chmod,fchmodat,fchown'
 # In memory, where the file system has nothing to wait for.
 work=$(mktemp -d -p "$([ -w /dev/shm ] && echo /dev/shm || echo /tmp)")
 trap 'rm -rf "$work"' EXIT
@@ -47,7 +48,9 @@ isOldOrNew() {
 
 # What is found after "$1" must be whole, and each operation on it must work.
 check() {
-    isOldOrNew $am/InstalledDB && isOldOrNew $am/UserMenuTree || fail "$1: a menu file is broken"
+    if ! isOldOrNew $am/InstalledDB || ! isOldOrNew $am/UserMenuTree; then
+        fail "$1: a menu file is broken"
+    fi
     [ "$(sqlite3 "$QUIVER_ROOT/ezxlocal/quiver/AppMan.db" 'PRAGMA integrity_check')" = ok ] ||
         fail "$1: the database is broken"
     cp -a "$QUIVER_ROOT" "$work/found"
@@ -96,7 +99,8 @@ sweep() {
 }
 
 runTraced() {
-    timeout 60 strace -o "$work/calls" -e trace="$changing" ${CALL:+-e inject="${CALL/:/:signal=KILL:}"} \
+    timeout 60 strace -o "$work/calls" -e trace="$changing" \
+        ${CALL:+-e inject="${CALL/:/:signal=KILL:}"} \
         "$driver" "$operation"
 }
 

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by the tests of the real program, which are called as NAME.sh BUILD-FOLDER 7Z: starts the
 # program without a display and looks at all that it leaves behind.
 set -euo pipefail
@@ -14,6 +15,7 @@ trap 'remove "$work"' EXIT
 cd "$work"
 mkdir -m 700 runtime
 export XDG_RUNTIME_DIR=$work/runtime QUIVER_BUILD=$build
+# shellcheck disable=SC2034
 answers= # what is typed
 
 # Removes a folder with all that is closed to its owner.

@@ -78,7 +78,7 @@ check_command_lines() {
     for file in '' notes.txt missing.zpk dangling.zpk --INSTALL --install=x; do
         ignores x "$file"
     done
-    only_changed
+    only_changed ''
 }
 
 # A window elsewhere holds the lock; a listing beside it goes on.

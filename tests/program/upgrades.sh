@@ -1,6 +1,6 @@
 #!/bin/bash
-# Installs a newer version over an application and breaks off on the way: killed at every system call
-# that changes something, with a damaged package, with an archiver that dies. After a new start the
+# Installs a newer version over an application and breaks off on the way: killed at every system
+# call that changes something, with a damaged package, with an archiver that dies. After a new start the
 # old version or the new one must be there, whole, with the files that only the application made.
 # upgrades.sh BUILD-FOLDER 7Z DRIVER
 source "$(dirname "$(readlink -f "$0")")/lib.sh"
@@ -29,8 +29,8 @@ make_versions() {
 
 # archiver SCRIPT: what unpacks in the archiver's place; all else is done by that itself.
 archiver() {
-    printf '#!/bin/sh\ncase $1 in x) ;; *) exec %s "$@" ;; esac\ncase $* in *-so*) exec %s "$@" ;; esac\n%s\n' \
-        "$seven_zip" "$seven_zip" "$1" >archiver
+    printf '#!/bin/sh\ncase "$1 $*" in *-so* | [!x]*) exec %s "$@" ;; esac\n%s\n' \
+        "$seven_zip" "$1" >archiver
     chmod +x archiver
     printf '[UNPACK_TOOLS]\nBIN_FULLPATH = %s\n' "$work/archiver" >app/quiver.custom
 }
