@@ -5,11 +5,13 @@
 #include "paths.h"
 #include "statements.h"
 
+#include <QHash>
 #include <QList>
 
 #include <sqlite3.h>
 
 #include <cstdio>
+#include <utility>
 
 namespace {
 
@@ -27,16 +29,26 @@ int waitForOthers(void*, int tries) {
     return isHeldForLong ? 0 : 1;
 }
 
-/// A prepared statement for one use; finalized at the end of its scope. Where preparing failed it
-/// is not valid and every call does nothing.
+/// Prepared before and not in use, by their text: to prepare one costs more than what it does.
+QHash<const char*, sqlite3_stmt*> idleStatements;
+
+/// A prepared statement for one use. Where preparing failed it is not valid and every call does
+/// nothing.
 class Statement {
 public:
-    explicit Statement(const char* sql) {
-        if (AppDb)
+    explicit Statement(const char* sql) : m_sql(sql), m_statement(idleStatements.take(sql)) {
+        if (!m_statement && AppDb)
             sqlite3_prepare_v2(AppDb, sql, -1, &m_statement, nullptr);
     }
 
-    ~Statement() { sqlite3_finalize(m_statement); }
+    ~Statement() {
+        if (!m_statement)
+            return;
+        sqlite3_reset(m_statement);
+        sqlite3_clear_bindings(m_statement);
+        sqlite3_finalize(idleStatements.take(m_sql));
+        idleStatements.insert(m_sql, m_statement);
+    }
 
     Statement(const Statement&) = delete;
     Statement& operator=(const Statement&) = delete;
@@ -68,14 +80,12 @@ public:
         return reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
     }
 
-    int finalize() {
-        const int result = sqlite3_finalize(m_statement);
-        m_statement = nullptr;
-        return result;
-    }
+    /// How the whole query went.
+    int result() { return sqlite3_reset(m_statement); }
 
 private:
-    sqlite3_stmt* m_statement = nullptr;
+    const char* m_sql;
+    sqlite3_stmt* m_statement;
     QList<QByteArray> m_texts;
     int m_bound = 0;
 };
@@ -128,7 +138,7 @@ int printApps(const char* sql, const char* heading) {
         printf("DEBUG:: Location: %d\n", statement.number(3));
     }
     puts("DEBUG:: [List END]");
-    return statement.finalize();
+    return statement.result();
 }
 
 } // namespace
@@ -153,6 +163,8 @@ bool openAppDb() {
 }
 
 bool closeAppDb() {
+    for (sqlite3_stmt* statement : std::exchange(idleStatements, {}))
+        sqlite3_finalize(statement);
     if (AppDb && sqlite3_close(AppDb) != SQLITE_OK) {
         puts("DEBUG:: Error while closing Application Database");
         puts("Error while closing Application Database");
