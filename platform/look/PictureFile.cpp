@@ -14,6 +14,7 @@ namespace {
 
 constexpr qint64 largestFile = 4 * 1024 * 1024;
 constexpr int longestSide = 2048;
+constexpr int longestMoment = 2000; // ms
 
 /// Pictures come with applications from anywhere, so no decoder is asked that an icon does not
 /// need; a compressed SVG is none of these.
@@ -46,28 +47,25 @@ QImage loadImage(const QString& path, int size, qreal ratio) {
 
 } // namespace
 
-QPixmap loadPicture(const QString& path, int size) {
-    return QPixmap::fromImage(loadImage(path, size, qGuiApp->devicePixelRatio()));
-}
-
-QPixmap readPicture(QByteArray bytes, int size) {
-    return QPixmap::fromImage(readImage(std::move(bytes), size, qGuiApp->devicePixelRatio()));
-}
-
 struct PictureLoad::Job {
     QImage image;
     QSemaphore end;
     QElapsedTimer clock;
 };
 
-PictureLoad::PictureLoad(const QString& path, int size) : m_job(std::make_shared<Job>()) {
+PictureLoad::PictureLoad(const std::function<QImage()>& read) : m_job(std::make_shared<Job>()) {
     static QThreadPool readers; // of its own: what else runs beside the event loop takes long
     m_job->clock.start();
-    readers.start([job = m_job, path, size, ratio = qGuiApp->devicePixelRatio()] {
-        job->image = loadImage(path, size, ratio);
+    readers.start([job = m_job, read] {
+        job->image = read();
         job->end.release();
     });
 }
+
+PictureLoad::PictureLoad(const QString& path, int size)
+    : PictureLoad([path, size, ratio = qGuiApp->devicePixelRatio()] {
+          return loadImage(path, size, ratio);
+      }) {}
 
 bool PictureLoad::isOver(int milliseconds) const {
     constexpr qint64 longest = 2000;
@@ -79,4 +77,16 @@ bool PictureLoad::isOver(int milliseconds) const {
 
 QPixmap PictureLoad::picture() const {
     return m_job->end.available() > 0 ? QPixmap::fromImage(m_job->image) : QPixmap();
+}
+
+QPixmap loadPicture(const QString& path, int size) {
+    const PictureLoad load(path, size);
+    return load.isOver(longestMoment) ? load.picture() : QPixmap();
+}
+
+QPixmap readPicture(const QByteArray& bytes, int size) {
+    const PictureLoad load([bytes, size, ratio = qGuiApp->devicePixelRatio()] {
+        return readImage(bytes, size, ratio);
+    });
+    return load.isOver(longestMoment) ? load.picture() : QPixmap();
 }
