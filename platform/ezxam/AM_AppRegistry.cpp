@@ -1,5 +1,6 @@
 #include "AM_AppRegistry.h"
 
+#include "AM_Files.h"
 #include "Bytes.h"
 #include "PhoneRoot.h"
 #include "ZConfig.h"
@@ -33,8 +34,8 @@ bool AM_AppRegistry::load() const {
     m_objects.clear();
     m_byUuid.clear();
     m_loaded = true;
-    const bool installed = loadFile("/ezxlocal/download/appwrite/am/InstalledDB");
-    const bool builtIn = loadFile("/ezx_user/download/appwrite/am/BuiltInDB");
+    const bool installed = loadFile(installedDbFile);
+    const bool builtIn = loadFile(builtInDbFile);
     return installed || builtIn;
 }
 

@@ -10,11 +10,10 @@
 #include <vector>
 
 /// The phone's registry of applications, as the application manager keeps it in two INI files:
-/// those that were installed ("/ezxlocal/download/appwrite/am/InstalledDB") and, read-only, those
-/// that the phone came with ("/ezx_user/download/appwrite/am/BuiltInDB"). In both, an application
-/// is a group named by its UUID without braces, with the keys "Name", "Type", "Icon", "BigIcon",
-/// "Atribute", "Directory", "Exec" and "Vendor". Groups of other names are no applications. What is
-/// installed hides what is built in.
+/// those that were installed and, read-only, those that the phone came with. In both, an
+/// application is a group named by its UUID without braces, with the keys "Name", "Type", "Icon",
+/// "BigIcon", "Atribute", "Directory", "Exec" and "Vendor". Groups of other names are no
+/// applications. What is installed hides what is built in.
 class AM_AppRegistry : public QObject {
     Q_OBJECT
 

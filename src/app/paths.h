@@ -1,5 +1,7 @@
 #pragma once
 
+#include "AM_Files.h"
+
 #include <QString>
 
 /// Every fixed path of the program, each as the phone knows it (`hostPath` gives the machine's).
@@ -8,7 +10,7 @@ namespace Path {
 inline const QString mountTable = "/etc/mtab";
 inline const QString commandLog = "/tmp/quiver_exec.log";
 inline const QString platformSettings = "/ezx_user/download/appwrite/setup/ezx_system.cfg";
-inline const QString installedDb = "/ezxlocal/download/appwrite/am/InstalledDB";
+inline const QString installedDb = installedDbFile;
 inline const QString userMenuTree = "/ezxlocal/download/appwrite/am/UserMenuTree";
 
 inline const QString systemFolder = "/ezxlocal/quiver";
