@@ -82,7 +82,8 @@ bool moveMissing(const QByteArray& from, const QByteArray& to) {
 
 bool giveBack(const QByteArray& root, const QByteArray& name) {
     const QByteArray path = pathOf(root, name);
-    return removeTree(path) && moveTo(asidePath(root, name, asideBefore), path);
+    const QByteArray before = asidePath(root, name, asideBefore);
+    return isThere(before) && removeTree(path) && moveTo(before, path);
 }
 
 void bringOver(const QByteArray& root, const QByteArray& name) {

@@ -3,13 +3,17 @@
 #include "ListHeader.h"
 #include "PhoneRoot.h"
 #include "RES_ICON_Reader.h"
+#include "ZLabel.h"
 #include "ZListBox.h"
 #include "ZNavTabWidget.h"
 #include "ZOptionsMenu.h"
+#include "ZPK_App.h"
 #include "ZPopup.h"
 #include "ZScreen.h"
 #include "discovery.h"
+#include "packageinfo.h"
 #include "paths.h"
+#include "question.h"
 
 #include <QTest>
 
@@ -320,7 +324,8 @@ TEST_F(UiBrowser, APackageThatChangesMeanwhileIsNotInstalled) {
     openBrowser();
     highlight("game.zpk");
     const auto change = [this](ZPopup&) {
-        addPackage("/mmc/mmca1/game.zpk", "Other");
+        const QByteArray path = phone.host("/mmc/mmca1/game.zpk");
+        writeFile(path, QByteArray(readFile(path).size(), 'x')); // in place, of the same size
         press(Key_F1);
     };
     QStringList shown;
@@ -353,4 +358,28 @@ TEST_F(UiBrowser, OnlyWhatWasConfirmedIsInstalled) {
     hold(Key_Return, 0);
     settle();
     EXPECT_EQ(names(apps()), QStringList("First"));
+}
+
+TEST_F(UiBrowser, TheQuestionTellsWhatThePackageReplaces) {
+    addApp(0, "Game", "Ann\nVersion = 1.10");
+    openBrowser();
+    auto app = std::make_shared<ZPK_App>();
+    PackageInfo info;
+    info.isSafe = true;
+    info.folder = "Game";
+    info.app = app;
+    for (const auto& [version, text] :
+         Rows<QString, QString>{{"1.9", "1.9, older than the installed 1.10"},
+                                {"1.10", "1.10, the same as installed"},
+                                {"1.11", "1.11, replaces 1.10"}}) {
+        app->version = version;
+        QStringList texts;
+        Dialogs dialogs({[&texts](ZPopup& popup) {
+            for (const auto* label : popup.findChildren<ZLabel*>())
+                texts.append(label->accessibleName());
+            press(Key_F2);
+        }});
+        askToInstall("T", "T", {"a.zpk", "", info});
+        EXPECT_TRUE(texts.contains(text)) << qPrintable(texts.join(" | "));
+    }
 }
