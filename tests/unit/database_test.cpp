@@ -1,6 +1,7 @@
 #include "database.h"
 
 #include "Bytes.h"
+#include "agreement.h"
 #include "support.h"
 
 #include <memory>
@@ -18,40 +19,15 @@ const QByteArray closed = "Application Database Closed\n";
 const QByteArray creating = "DEBUG:: Creating Application Database\n";
 const QByteArray failing = "DEBUG:: Error executing Init Script\n";
 
-const QByteArray appReg = "CREATE TABLE AppReg (id INTEGER PRIMARY KEY, UUID, Name, PathName, "
-                          "Location, RegDate)\n";
-
 const QUuid game("{8e10aded-f8ee-0001-0203-040506070809}");
 const QUuid other("{8e10aded-f8ee-1111-1111-111111111111}");
 
-struct Closer {
-    void operator()(sqlite3* handle) const { sqlite3_close(handle); }
-};
-
-using Connection = std::unique_ptr<sqlite3, Closer>;
-
-/// A connection of the test's own.
-Connection connect(const Phone& phone) {
-    phone.makeFolder("/ezxlocal/quiver");
-    sqlite3* handle = nullptr;
-    EXPECT_EQ(sqlite3_open(phone.host(databaseFile).constData(), &handle), SQLITE_OK);
-    return Connection(handle);
-}
-
-int addRow(void* text, int count, char** columns, char**) {
-    for (int i = 0; i < count; ++i)
-        *static_cast<QByteArray*>(text) +=
-            QByteArray(i == 0 ? "" : "|") + (columns[i] ? columns[i] : "NULL");
-    *static_cast<QByteArray*>(text) += '\n';
-    return 0;
-}
-
-/// All rows, a line each, with "|" between the columns.
-QByteArray ask(const Connection& connection, const QByteArray& sql) {
-    QByteArray text;
-    EXPECT_EQ(sqlite3_exec(connection.get(), sql.constData(), addRow, &text, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(connection.get());
-    return text;
+/// Another program's connection, which has the database for itself until it is closed.
+std::shared_ptr<sqlite3> lock(const Phone& phone) {
+    sqlite3* other = nullptr;
+    sqlite3_open(phone.host(databaseFile).constData(), &other);
+    EXPECT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    return {other, sqlite3_close};
 }
 
 void openNew(const Phone& phone) {
@@ -81,19 +57,18 @@ void expectUseless() {
 } // namespace
 
 TEST(Database, TablesAreMadeOnlyWhereTheFileHoldsNothing) {
-    for (const auto& [before, output, tables] : Rows<QByteArray, QByteArray, QByteArray>{
-             {"", creating + opened, "AppReg\nApp_Menu\n"},
-             {"CREATE TABLE theirs(c)", opened, "theirs\n"},
-             {appReg, opened, "AppReg\n"},
+    for (const auto& [before, output, tables] : Rows<const char*, QByteArray, TableRows>{
+             {"", creating + opened, {{"AppReg"}, {"App_Menu"}}},
+             {"CREATE TABLE theirs(c)", opened, {{"theirs"}}},
          }) {
         const Phone phone;
-        ask(connect(phone), before);
+        phone.makeFolder("/ezxlocal/quiver");
+        query(before);
         for (const QByteArray& expected : {output, opened}) {
-            EXPECT_EQ(outputOf([] { EXPECT_TRUE(openAppDb()); }), expected) << before.constData();
+            EXPECT_EQ(outputOf([] { EXPECT_TRUE(openAppDb()); }), expected) << before;
             close();
         }
-        EXPECT_EQ(ask(connect(phone),
-                      "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name"),
+        EXPECT_EQ(query("SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name"),
                   tables);
     }
 }
@@ -112,39 +87,34 @@ TEST(Database, AFileOfAnotherKindIsLeftAsItIs) {
 
 TEST(Database, WhatIsAddedAfterALockWentAwayIsStored) {
     const Phone phone;
-    const Connection locker = connect(phone);
-    ask(locker, appReg + ";BEGIN EXCLUSIVE");
+    openNew(phone);
+    close();
+    std::shared_ptr<sqlite3> other = lock(phone);
     EXPECT_EQ(outputOf([] { EXPECT_TRUE(openAppDb()); }), creating + failing + opened);
-    addAppRecord(other, "Other", "/o", 0);
-    ask(locker, "ROLLBACK");
+    addAppRecord(game, "Lost", "/o", 0);
+    other.reset();
     addAppRecord(game, "Game", "/g", 0);
     close();
-    EXPECT_EQ(ask(locker, "SELECT Name FROM AppReg"), "Game\n");
+    EXPECT_EQ(query("SELECT Name FROM AppReg"), TableRows{{"Game"}});
 }
 
 TEST(Database, AMomentOfAnotherProgramIsWaitedFor) {
     const Phone phone;
     openNew(phone);
-    const Connection locker = connect(phone);
-    ask(locker, "BEGIN EXCLUSIVE");
-    std::thread other([&] {
+    std::thread other([held = lock(phone)]() mutable {
         sqlite3_sleep(200);
-        ask(locker, "ROLLBACK");
+        held.reset();
     });
     addAppRecord(game, "Game", "/g", 0);
     other.join();
-    EXPECT_EQ(ask(locker, "SELECT Name FROM AppReg"), "Game\n");
-    close();
+    EXPECT_EQ(query("SELECT Name FROM AppReg"), TableRows{{"Game"}});
 }
 
 TEST(Database, EveryOperationDoesWhatItSays) {
     const Phone phone;
     openNew(phone);
-    const Connection connection = connect(phone);
-    outputOf([&] {
-        const auto links = [&] {
-            return ask(connection, "SELECT group_concat(app_id) FROM App_Menu");
-        };
+    outputOf([] {
+        const char* links = "SELECT app_id FROM App_Menu";
         EXPECT_FALSE(isAppKnown("/g", nullptr));
         addAppRecord(game, "Game", "/g", 1);
         addAppRecord(other, "", "/o'); --\"", 0);
@@ -154,28 +124,27 @@ TEST(Database, EveryOperationDoesWhatItSays) {
         // What succeeds is reported as false, too.
         EXPECT_FALSE(addAppToMenu("/g", nullptr) || addAppToMenu("/none", &other) ||
                      addAppToMenu("/none", nullptr));
-        EXPECT_EQ(links(), "1,2\n");
+        EXPECT_EQ(query(links), (TableRows{{"1"}, {"2"}}));
         EXPECT_TRUE(isAppInMenu("/none", &other));
         EXPECT_FALSE(removeAppFromMenu(nullptr) || removeAppFromMenu(&game));
-        EXPECT_EQ(links(), "2\n");
+        EXPECT_EQ(query(links), TableRows{{"2"}});
         EXPECT_FALSE(updateAppRecord(&game, "New's", "/n", 0) ||
                      updateAppRecord(nullptr, "x", "/x", 0) || deleteAppRecord(nullptr) ||
                      deleteAppRecord(&other));
-        EXPECT_EQ(ask(connection, "SELECT id, Name, PathName, Location, RegDate FROM AppReg"),
-                  "1|New's|/n|0|NULL\n");
+        EXPECT_EQ(query("SELECT id, Name, PathName, Location FROM AppReg"),
+                  (TableRows{{"1", "New's", "/n", "0"}}));
     });
 }
 
 TEST(Database, PathsKeepTheirBytesAndNamesBecomeLatin1) {
     const Phone phone;
     openNew(phone);
-    const QByteArray paths[] = {"/a\xFF", "/a\xFE", "/\xD0\x98", "/\xC3\xA9", "/\xE9"};
-    for (const QByteArray& path : paths)
+    TableRows rows;
+    for (const QByteArray path : {"/a\xFF", "/a\xFE", "/\xD0\x98", "/\xC3\xA9", "/\xE9"}) {
+        outputOf([&] { EXPECT_FALSE(isAppKnown(fromBytes(path), nullptr)); });
         addAppRecord(game, u"é И €"_s, fromBytes(path), 0);
-    for (const QByteArray& path : paths)
-        EXPECT_EQ(outputOf([&] { EXPECT_TRUE(isAppKnown(fromBytes(path), nullptr)); }),
-                  "DEBUG:: Count for PathName ('" + path + "') = 1\n");
-    EXPECT_EQ(ask(connect(phone), "SELECT Name, PathName FROM AppReg ORDER BY id"),
-              "\xE9 ? ?|/a\xFF\n\xE9 ? ?|/a\xFE\n\xE9 ? ?|/\xD0\x98\n\xE9 ? ?|/\xC3\xA9\n"
-              "\xE9 ? ?|/\xE9\n");
+        outputOf([&] { EXPECT_TRUE(isAppKnown(fromBytes(path), nullptr)); });
+        rows.append({"\xE9 ? ?", path});
+    }
+    EXPECT_EQ(query("SELECT Name, PathName FROM AppReg ORDER BY id"), rows);
 }

@@ -2,14 +2,13 @@
 
 #include "Bytes.h"
 #include "PhoneRoot.h"
+#include "agreement.h"
 #include "database.h"
 #include "storage.h"
 #include "support.h"
 
 #include <cstdlib>
 
-#include <sqlite3.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -35,13 +34,8 @@ QByteArray discovered() {
     return lines;
 }
 
-int rowCount() {
-    sqlite3_stmt* statement = nullptr;
-    sqlite3_prepare_v2(AppDb, "SELECT COUNT(*) FROM AppReg", -1, &statement, nullptr);
-    sqlite3_step(statement);
-    const int count = sqlite3_column_int(statement, 0);
-    sqlite3_finalize(statement);
-    return count;
+qsizetype rowCount() {
+    return query("SELECT id FROM AppReg").size();
 }
 
 } // namespace
@@ -119,20 +113,21 @@ TEST(Discovery, AnIdentifierIsDrawnOnceAndKept) {
 
 TEST(Discovery, AnIdentifierThatNothingCanBeFoundByIsReplaced) {
     for (const auto& [stored, kept] : Rows<const char*, const char*>{
-             {"NULL", nullptr},
-             {"''", nullptr},
-             {"'{8e10aded-f8ee'", nullptr},
-             {"'{8E10ADED-F8EE-1111-2222-333333333333}'", "{8e10aded-f8ee-1111-2222-333333333333}"},
+             {nullptr, nullptr},
+             {"", nullptr},
+             {"{8e10aded-f8ee", nullptr},
+             {"{8E10ADED-F8EE-1111-2222-333333333333}", "{8e10aded-f8ee-1111-2222-333333333333}"},
          }) {
         const Phone phone;
         openDatabase(phone);
         makeApp(phone, onPhone + "Game", "Game");
-        const QByteArray row = "INSERT INTO AppReg VALUES(1, " + QByteArray(stored) +
-                               ", 'Game', '" + onPhone + "Game', 0, NULL)";
-        sqlite3_exec(AppDb, row.constData(), nullptr, nullptr, nullptr);
+        query("INSERT INTO AppReg(PathName) VALUES(?)", onPhone + "Game");
+        if (stored)
+            query("UPDATE AppReg SET UUID = ?", stored);
         discovered();
         const QUuid uuid = *AppMap.begin()->second->uuid;
-        EXPECT_TRUE(kept ? uuid.toByteArray() == kept : !uuid.isNull()) << stored;
+        EXPECT_TRUE(kept ? uuid.toByteArray() == kept : !uuid.isNull())
+            << uuid.toByteArray().data();
         outputOf([&] { EXPECT_TRUE(isUuidUsed(&uuid)); });
         EXPECT_EQ(rowCount(), 1);
     }
