@@ -13,11 +13,10 @@ import io
 import itertools
 import os
 import stat
-import struct
 import subprocess
 import sys
 import tarfile
-import zlib
+import zipfile
 
 folder, outside, seven_zip = sys.argv[1:]
 LINK = 0o120777
@@ -52,21 +51,14 @@ def tar(*entries):
 
 def zipped(*entries):
     """Entries: (name, content), a mode and the size that is claimed behind them."""
-    body, directory = bytearray(), bytearray()
-    for name, content, *rest in entries:
-        name = name if isinstance(name, bytes) else name.encode()
-        mode = rest[0] if rest else 0o100644
-        size = rest[1] if len(rest) > 1 else len(content)
-        press = zlib.compressobj(9, zlib.DEFLATED, -15)
-        raw = press.compress(content) + press.flush()
-        extra = struct.pack("<HHQ", 1, 8, size) if size >= 2**32 else b""
-        common = struct.pack("<HHHHHIIIHH", 20, 0x800, 8, 0, 33, zlib.crc32(content), len(raw),
-                             min(size, 2**32 - 1), len(name), len(extra))
-        directory += b"PK\1\2" + struct.pack("<H", 0x314) + common + struct.pack(
-            "<HHHII", 0, 0, 0, mode << 16, len(body)) + name + extra
-        body += b"PK\3\4" + common + name + extra + raw
-    end = struct.pack("<HHHHIIH", 0, 0, len(entries), len(entries), len(directory), len(body), 0)
-    return bytes(body + directory + b"PK\5\6" + end)
+    out = io.BytesIO()
+    with zipfile.ZipFile(out, "w", zipfile.ZIP_DEFLATED) as archive:
+        for name, content, *rest in entries:
+            info = zipfile.ZipInfo(name)
+            info.external_attr = (rest[0] if rest else 0o100644) << 16
+            archive.writestr(info, content, zipfile.ZIP_DEFLATED)
+            info.file_size = rest[1] if len(rest) > 1 else len(content)
+    return out.getvalue()
 
 
 def seven(*entries):
@@ -97,22 +89,17 @@ package("twin", tar(CFG, ("Demo/twin", "Demo/Demo.cfg", tarfile.LNKTYPE)), "inst
 
 # Names that leave the folder.
 makers = itertools.cycle([seven, zipped, tar])
-for name in (f"{outside}/evil", "../evil", "Demo/..", "Demo/a/../../../x", "./../evil",
-             "Demo//../../x"):
+for name in (f"{outside}/evil", "../evil", "./../evil", "Demo//../../x"):
     package("name", next(makers)(CFG, (name, b"evil")))
 
 # Links that leave it, or that something lies below.
 makers = itertools.cycle([zipped, tar])
-for name, target in (("l", outside), ("Demo/l", "../Kept"), ("Demo", "../../outside"),
-                     ("Demo/l", "a/../../Kept"), ("Demo/l", ".."), ("Demo/l", "x" * 5000),
+for name, target in (("l", outside), ("Demo/l", "../Kept"), ("Demo/l", "x" * 5000),
                      ("Demo/./././l", "../../.."), ("Demo///l", "../../Kept")):
     package("link", next(makers)(CFG, (name, target.encode(), LINK)))
 package("link-7z", seven(("Demo/l", "../../outside", LINK), CFG))
 package("below", tar(CFG, ("Demo/l", b"a", LINK), ("Demo/l/x", b"x")))
-package("below-before", tar(("Demo/l/x", b"x"), ("Demo/l", b"a", LINK), CFG))
 package("below-other-case", zipped(CFG, ("Demo/L", b"a", LINK), ("Demo/l/x", b"x")))
-package("same-link-thrice", zipped(CFG, ("Demo/l", b"a", LINK), ("Demo/l", b"b", LINK),
-                                   ("Demo/m", b"../../outside", LINK)))
 package("link-sizes", zipped(CFG, ("Demo/a/l", b"x", LINK, 4), ("Demo/a/m", b"../../p", LINK, 4)))
 package("links-501", zipped(CFG, *[(f"Demo/{i}", b"Demo.cfg", LINK) for i in range(501)]))
 package("other-twin", tar(CFG, ("Demo/t", "../Kept/Kept.cfg", tarfile.LNKTYPE)))
@@ -128,8 +115,7 @@ package("instead-of-link", zipped(("Kept/file", b"theirs")), "tried", "Kept")
 for name in ("-o..", "@x", "$(touch evil)", "a'b", "new\nline", "x" * 300, "..\\..\\evil"):
     package("odd-name", zipped(CFG, ("Demo/" + name, b"x")), "tried")
 package("too-long", zipped(CFG, ("/".join(["Demo"] + ["d" * 200] * 25), b"x")))
-package("not-utf8", zipped((b"Demo/\xff\xfe", b"x"), CFG), "tried")
-package("twice", zipped(CFG, CFG, ("demo/demo.CFG", b"x")), "tried", "Demo|demo")
+package("not-utf8", tar(("Demo/\udcff\udcfe", b"x"), CFG), "tried")
 package("file-for-folder", zipped(("Kept", b"x")), "tried", "Kept")
 package("special", tar(CFG, ("Demo/special", "", tarfile.FIFOTYPE)), "tried")
 package("setuid", tar(CFG, ("Demo/run", b"x", 0o6777)), "tried")
@@ -146,4 +132,3 @@ package("claims-everything",
         zipped(CFG, *[(f"Demo/{i}", DATA, 0o100644, 2**63 - i) for i in (1, 2)]), "full")
 package("claims-little", zipped(CFG, ("Demo/data", bytes(9_000_000), 0o100644, 10)), "tried")
 package("no-folder", zipped(("one", b"1"), ("two", b"2")), "tried", "one|two")
-package("cfg-folder", zipped(("Demo/Demo.cfg/x", b"x")), "tried")

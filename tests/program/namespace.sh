@@ -57,14 +57,17 @@ archiver=/usr/local/Overhaul/p7zip/7z
 # Nothing names an archiver, so the program looks for it where phones have it. This one tells where
 # its output goes. With a file "silent" beside it, it is one that cannot list.
 make_packages() {
-    mkdir -p "${archiver%/*}" Demo Large
+    local name
+    mkdir -p "${archiver%/*}" Demo Half Large
     printf '#!/bin/sh\n[ "$1" != l ] || [ ! -e "%s/silent" ] || exit 7
 echo "log: $(readlink /proc/$$/fd/1)"\nexec %s "$@"\n' "$work" "$seven_zip" |
         install -m 755 /dev/stdin "$archiver"
     printf 'Name = Demo\n' >Demo/Demo.cfg
+    head -c 600000 /dev/urandom >Half/data
     head -c 3000000 /dev/urandom >Large/data
-    "$seven_zip" a -bso0 -bsp0 -t7z demo.zpk Demo
-    "$seven_zip" a -bso0 -bsp0 -t7z large.zpk Large
+    for name in Demo Half Large; do
+        "$seven_zip" a -bso0 -bsp0 -t7z "${name,,}.zpk" $name
+    done
 }
 
 # place NUMBER FOLDER PACKAGE STATUS TEXT: what comes of installing the package there.
@@ -92,6 +95,10 @@ check_first_start() {
 check_installation() {
     place 1 $apps demo.zpk 0 'Everything is Ok'
     place 2 /mmc/mmca1/quiver demo.zpk 0 'Everything is Ok'
+    # There is room for one of it, and none beside it for another.
+    head -c 600000 /dev/zero | install -D /dev/stdin /mmc/mmca1/quiver/Half/data
+    place 2 /mmc/mmca1/quiver half.zpk 0 'Everything is Ok'
+    cmp Half/data /mmc/mmca1/quiver/Half/data || complain 'an update in place'
     answers=$'y\n2\n'
     start 0 "$quiver" x large.zpk
     has err 'The package needs 2.9 MB, but only'
