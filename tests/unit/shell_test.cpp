@@ -65,14 +65,16 @@ TEST(Shell, OutputComesInTheOrderInWhichItWasMade) {
               "before\nfirst\n" + started("echo second", 0) + "second\nafter\n");
 }
 
-TEST(Shell, ALogOfAnotherIsNotShown) {
+TEST(Shell, ALogOfAnotherIsNeitherShownNorTakenAway) {
     const Phone phone;
     const QByteArray log = phone.host(logFile);
     QStringList shown;
     Dialogs dialogs({reading(shown)});
-    QString command = "sh -c 'rm " + log + "; echo foreign > " + log + "; exit 1'";
-    outputOf([&] { EXPECT_FALSE(runShellCommand(command, true)); });
+    const QString plain = "sh -c 'rm " + log + "; echo foreign > " + log + "; exit 1'";
+    QString command = plain;
+    EXPECT_EQ(outputOf([&] { EXPECT_FALSE(runShellCommand(command, true)); }), started(plain, 1));
     EXPECT_EQ(shown, (QStringList{"POP_ERROR_TITLE", ""}));
+    EXPECT_EQ(readFile(log), "foreign\n");
 }
 
 TEST(Shell, WhatLiesInTheLogsPlaceIsNeitherUsedNorHarmed) {
