@@ -33,6 +33,8 @@ TEST(PhoneRoot, APhonePathLiesBelowTheRoot) {
             EXPECT_EQ(toBytes(hostPath(fromBytes(asked))), phone.host(host));
             EXPECT_EQ(toBytes(phonePath(fromBytes(phone.host(host)))), back);
         }
+        const QString beside = fromBytes(phone.host("2") + asked);
+        EXPECT_EQ(phonePath(beside), beside);
         qunsetenv("QUIVER_ROOT");
         EXPECT_EQ(toBytes(hostPath(fromBytes(asked))), asked);
         EXPECT_EQ(toBytes(phonePath(fromBytes(asked))), asked);

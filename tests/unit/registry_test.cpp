@@ -26,6 +26,7 @@ TEST(AM_AppRegistry, AnApplicationIsAGroupNamedByItsUuidInAnyForm) {
                    group(b, "Name = Bee\nType = 2\nIcon = i\nBigIcon = big\nAtribute = 1") +
                        group(a.left(35), "Name = short") + group(c + " old", "Name = longer") +
                        group(a.toUpper(), "Name = A\nType = x") + group(a, "Name = second"));
+    EXPECT_EQ(AM_AppRegistry(nullptr, nullptr).init(), 0);
     phone.makeFile(builtInDb, group(a, "Name = hidden") + group(d, "Name = \xD0\x98"));
     AM_AppRegistry registry(nullptr, nullptr);
     EXPECT_EQ(registry.init(), 0);

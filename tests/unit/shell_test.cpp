@@ -5,6 +5,9 @@
 
 #include <csignal>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace {
 
 const QByteArray logFile = "/tmp/quiver_exec.log";
@@ -102,6 +105,18 @@ TEST(Shell, WhatLiesInTheLogsPlaceIsNeitherUsedNorHarmed) {
             EXPECT_EQ(readFile(log + ".other"), "kept\n") << prepare.constData();
         }
     }
+}
+
+TEST(Shell, CommandsReadNothingOfTheProgramsInput) {
+    const Phone phone;
+    phone.makeFile("/input", "an answer");
+    const int before = dup(STDIN_FILENO);
+    const int input = open(phone.host("/input").constData(), O_RDONLY);
+    dup2(input, STDIN_FILENO);
+    EXPECT_EQ(outputOf([] { runSystem("cat"); }), "");
+    dup2(before, STDIN_FILENO);
+    close(input);
+    close(before);
 }
 
 TEST(Shell, CommandsEndWhereNobodyReadsThem) {
