@@ -51,9 +51,10 @@ int openRegularFile(const QString& path) {
 
 Reading readRegularFile(const QString& path, qint64 limit, QByteArray& content) {
     const int descriptor = openRegularFile(path);
-    QFile file;
-    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+    if (descriptor < 0)
         return Reading::Unreadable;
+    QFile file; // it always takes an open descriptor
+    file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
     if (file.size() > limit)
         return Reading::TooLarge;
     content = file.readAll();

@@ -99,7 +99,8 @@ int runBeside(const std::function<int()>& work) {
         if (workCancel && workCancel->endsCommands() && workThread != 0)
             endChildren(threadOfWork());
     });
-    canceller.start(interval);
+    if (workCancel)
+        canceller.start(interval);
     ++workDepth;
     thread->start();
     loop.exec(screenTakesInput() ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);

@@ -47,7 +47,7 @@ ZMessageDlg::ZMessageDlg(const QString& title, const QString& text, Type type, i
     setTitle(title);
     setAutoDismissTime(timeOut);
     if (!text.isEmpty())
-        addText(readablePart(text))->setAccessibleName(text.left(longestText));
+        addText(readablePart(text), !isLong())->setAccessibleName(text.left(longestText));
     const bool asks = type == Question;
     const QString left = asks ? platformText("SK_YES", "Yes") : platformText("SK_OK", "OK");
     const QString right = asks ? platformText("SK_NO", "No") : QString();
@@ -57,11 +57,14 @@ ZMessageDlg::ZMessageDlg(const QString& title, const QString& text, Type type, i
         addButtons(left, right);
 }
 
-ZLabel* ZMessageDlg::addText(const QString& text) {
-    const bool isLong = m_text.size() > 200;
+bool ZMessageDlg::isLong() const {
+    return m_text.size() > 200;
+}
+
+ZLabel* ZMessageDlg::addText(const QString& text, bool isStrong) {
     auto* label = new ZLabel(QString(), this, nullptr, 0, 1);
-    label->setFont(lookFont(isLong ? Measure::secondFont : Measure::dialogFont,
-                            isLong ? QFont::Normal : QFont::DemiBold));
+    label->setFont(lookFont(isLong() ? Measure::secondFont : Measure::dialogFont,
+                            isStrong ? QFont::DemiBold : QFont::Normal));
     label->setBreakableText(text);
     insertChild(label, -1);
     return label;
@@ -73,14 +76,15 @@ void ZMessageDlg::setOffError() {
     auto* before = findChild<ZLabel*>();
     if (lines.size() < 2 || line < 0 || !before)
         return;
+    QFont plain = before->font();
+    plain.setWeight(QFont::Normal);
+    before->setFont(plain);
     before->setBreakableText(readablePart(lines.mid(0, line).join('\n')));
     before->setAccessibleName(m_text.left(longestText));
     before->setVisible(line > 0);
-    m_error = addText(QString());
-    m_error->setFont(lookFont(Measure::secondFont, QFont::DemiBold));
-    m_error->setBreakableText(lines.at(line).trimmed());
+    m_error = addText(lines.at(line).trimmed(), true);
     if (line + 1 < lines.size())
-        addText(readablePart(lines.mid(line + 1).join('\n')));
+        addText(readablePart(lines.mid(line + 1).join('\n')), false);
 }
 
 /// Where the text begins is known only once the screen has laid it out.

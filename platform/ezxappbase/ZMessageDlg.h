@@ -27,7 +27,8 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    ZLabel* addText(const QString& text);
+    bool isLong() const;
+    ZLabel* addText(const QString& text, bool isStrong);
 
     QString m_text;
     Type m_type;

@@ -29,9 +29,10 @@ QString folderName(const ZPK_App& app) {
 }
 
 /// Ends a move that was cancelled on the way: the copy goes as long as the source is whole, all
-/// `before` entries of it. Once it has lost something, the copy is whole, and the source goes.
+/// `before` entries of it and what a running application has added. Once it has lost something, the
+/// copy is whole, and the source goes.
 Outcome endMove(const QString& from, const QString& to, int before) {
-    const bool goesBack = contentsOf(from).entries == before;
+    const bool goesBack = contentsOf(from).entries >= before;
     if (!goesBack && contentsOf(to).entries != before)
         return Outcome::Failed;
     runSystem(QString("rm -rf '%1'").arg(goesBack ? to : from));
