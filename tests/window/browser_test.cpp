@@ -268,56 +268,6 @@ TEST_F(UiBrowser, MarksTellTheVersionBesideTheName) {
     EXPECT_EQ(found, 3);
 }
 
-TEST_F(UiBrowser, PackagesAreInstalledByKeys) {
-    insertCard();
-    addPackage("/mmc/mmca1/game one.zpk", "Game");
-    addPackage("/mmc/mmca1/Tool.ZPK", "Tool");
-    openBrowser();
-    chooseInMenu({ShowAllEntry});
-    const QString question = "Install package";
-    for (const auto& [package, answers, titles, installed] :
-         Rows<QString, QList<int>, QStringList, QStringList>{
-             {"game one.zpk", {Key_F2}, {question}, {}},
-             {"game one.zpk",
-              {Key_F1, Key_Down, Key_Backspace},
-              {question, question, question},
-              {}},
-             {"Tool.ZPK",
-              {Key_F1, Key_Down, Key_F1, Key_F1},
-              {question, question, question, "Success"},
-              {"Tool_SD"}},
-             {"game one.zpk",
-              {Key_Return, Key_Return, Key_Return},
-              {question, question, "Success"},
-              {"Game_PH", "Tool_SD"}}}) {
-        SCOPED_TRACE(qPrintable(package));
-        QStringList shown;
-        QList<Dialogs::Step> steps;
-        for (const int answer : answers)
-            steps.append(reading(shown, answer));
-        if (titles.last() != question)
-            steps.insert(steps.size() - 1, waiting());
-        highlight(package);
-        {
-            Dialogs dialogs(steps);
-            press(Key_Return);
-            settle();
-        }
-        QStringList seen;
-        for (int i = 0; i < shown.size(); i += 2)
-            seen.append(shown.at(i));
-        EXPECT_EQ(seen, titles);
-        EXPECT_EQ(shown.value(1), "Install this package?");
-        QStringList keys;
-        for (const auto& [key, app] : AppMap)
-            keys.append(key);
-        EXPECT_EQ(keys, installed);
-        expectUsable();
-    }
-    EXPECT_EQ(names(apps()), QStringList({"Game", "Tool"}));
-    EXPECT_EQ(modeOf(phone.host("/mmc/mmca1/quiver/Tool/Tool")) & 0100, 0100);
-}
-
 TEST_F(UiBrowser, APackageThatChangesMeanwhileIsNotInstalled) {
     insertCard();
     addPackage("/mmc/mmca1/game.zpk", "Game");

@@ -57,35 +57,6 @@ protected:
 
 } // namespace
 
-TEST_F(Files, EverythingCanBeDoneInTheWindowWhateverTheFolderIsCalled) {
-    const QByteArrayList folders = {"Game", "-rf", "\xFF\xFEnot text", "a;b&c$(d)`e`"};
-    for (const QByteArray& folder : folders)
-        addGame(1, folder);
-    addGame(0, "Bystander");
-    openFilled();
-    for (const QByteArray& folder : folders) {
-        SCOPED_TRACE(folder.toPercentEncoding().constData());
-        const Snapshot content = filesOf(folder, 1);
-        ASSERT_EQ(content.size(), 4);
-        choose(folder, {SaveAsEntry, SaveOnPhoneEntry}, {pleaseWait(), okNotice()});
-        expectPacked(Path::phonePackages.toUtf8() + '/' + folder + ".zpk", folder, 1);
-        registerAppInMenu(*appIn(folder));
-        moveByMenu(folder);
-        EXPECT_EQ(appIn(folder)->location, 0);
-        EXPECT_EQ(differences(filesOf(folder, 0), content), QByteArrayList());
-        EXPECT_EQ(filesOf(folder, 1).size(), 0);
-        expectAgreement();
-        moveByMenu(folder);
-        EXPECT_EQ(differences(filesOf(folder, 1), content), QByteArrayList());
-        renameApp(*appIn(folder), "New" + fromBytes(folder));
-        moveByMenu(folder);
-        deleteByMenu(folder);
-        EXPECT_EQ(filesOf(folder, 0).size() + filesOf(folder, 1).size(), 0);
-        expectAgreement();
-    }
-    EXPECT_EQ(filesOf("Bystander", 0).size(), 4);
-}
-
 TEST_F(Files, MovedWhereAnotherWasDeletedByHandKeepsItsOwnIdentity) {
     addGame(0, "Game");
     openFilled();

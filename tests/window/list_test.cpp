@@ -165,31 +165,6 @@ TEST_F(UiList, IconsThatCannotBeShownDoNoHarm) {
     EXPECT_EQ(apps().currentItem(), icons.size() - 1);
 }
 
-TEST_F(UiList, FiltersHideRowsAndLookupsFollow) {
-    insertCard();
-    for (const auto& [location, name] :
-         Rows<int, QByteArray>{{0, "A"}, {0, "B"}, {1, "C"}, {1, "D"}})
-        addApp(location, name);
-    openFilled();
-    addAppToMenu("/ezxlocal/download/mystuff/quiver/B", nullptr);
-    addAppToMenu("/mmc/mmca1/quiver/D", nullptr);
-    chooseInMenu({RefreshEntry});
-    for (const auto& [entry, expected] : Rows<int, QString>{{OnCardEntry, "AB"},
-                                                            {OnPhoneEntry, ""},
-                                                            {OnCardEntry, "CD"},
-                                                            {OnlyRegisteredEntry, "D"},
-                                                            {OnPhoneEntry, "BD"},
-                                                            {OnlyRegisteredEntry, "ABCD"}}) {
-        press(Key_Down);
-        chooseInMenu({ViewEntry, entry});
-        SCOPED_TRACE(qPrintable(expected));
-        EXPECT_EQ(names(apps()).join(""), expected);
-        expectLookup();
-        EXPECT_EQ(enabledEntries(), entries(!expected.isEmpty(), !expected.isEmpty(), true));
-        EXPECT_EQ(notice().contains("Nothing to show The view settings"), expected.isEmpty());
-    }
-}
-
 TEST_F(UiList, TheMenuFollowsWhatTheListHolds) {
     openFilled();
     EXPECT_EQ(enabledEntries(), entries(false, false, false));
