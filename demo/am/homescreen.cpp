@@ -43,7 +43,7 @@ HomeScreen::HomeScreen()
     m_softKey->setClickedSlot([this] { back(); });
     setSoftKey(m_softKey);
     setFocusProxy(m_list);
-    connect(m_softKey, &SoftKeyBar::leftPressed, this, &HomeScreen::chooseCurrent);
+    connect(m_softKey, &ZSoftKey::leftChosen, this, &HomeScreen::chooseCurrent);
     connect(m_list, &ZListBox::selected, this, &HomeScreen::choose);
     showFolder();
 }
@@ -115,8 +115,6 @@ void HomeScreen::keyPressEvent(QKeyEvent* event) {
     if (event->isAutoRepeat())
         return;
     switch (event->key()) {
-    case Qt::Key_F1:
-        return chooseCurrent();
     case Qt::Key_Escape:
     case Qt::Key_Backspace:
         return back();

@@ -34,8 +34,10 @@ void ZSoftKey::setClickedSlot(const std::function<void()>& slot) {
 }
 
 void ZSoftKey::pressLeft() {
-    if (!m_menu)
+    if (!m_menu) {
+        emit leftChosen();
         return;
+    }
     m_menu->setAccessibleName(leftText());
     m_menu->open(m_leftWhileShown, m_rightWhileShown);
 }

@@ -8,7 +8,8 @@
 
 class ZOptionsMenu;
 
-/// The soft keys of a window: the left one opens an options menu, the right one does one thing.
+/// The soft keys of a window: the left one opens an options menu or, where there is none, does one
+/// thing, as the right one does.
 class ZSoftKey : public SoftKeyBar {
     Q_OBJECT
 
@@ -34,6 +35,10 @@ public:
 
     void pressLeft();
     void pressRight();
+
+signals:
+    /// The left key was pressed and has no menu to open.
+    void leftChosen();
 
 private:
     QObject* m_receiver;
