@@ -2,7 +2,7 @@
 # Looks through the built packages, starts every program and makes phones with scripts/phone.
 # demo.sh BUILD-FOLDER 7Z
 source "$(dirname "$(readlink -f "$0")")/lib.sh"
-export QT_QPA_PLATFORM=offscreen
+export QT_QPA_PLATFORM=offscreen QUIVER_HEADLESS=1
 
 # value FILE KEY
 value() { sed -n "s/^$2 = //p" "$1"; }

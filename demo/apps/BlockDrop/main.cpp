@@ -1,8 +1,9 @@
 // Block Drop: falling blocks, steered with the arrows or by taps on the left, middle and right of
 // the well.
-#include "phonewindow.h"
+#include "Look.h"
+#include "ZApplication.h"
+#include "oneview.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QRandomGenerator>
@@ -24,8 +25,8 @@ constexpr std::array<Piece, 7> shapes{{{{{0, 0}, {-1, 0}, {1, 0}, {2, 0}}},
                                        {{{0, 0}, {-1, 0}, {1, 0}, {-1, 1}}},
                                        {{{0, 0}, {-1, 0}, {0, 1}, {1, 1}}},
                                        {{{0, 0}, {1, 0}, {0, 1}, {-1, 1}}}}};
-constexpr std::array<QRgb, 7> colours{0xff26c6da, 0xffffca28, 0xffab47bc, 0xffff7043,
-                                      0xff5c7cfa, 0xffef5350, 0xff66bb6a};
+constexpr std::array<QRgb, 7> pieceColours{0xff26c6da, 0xffffca28, 0xffab47bc, 0xffff7043,
+                                           0xff5c7cfa, 0xffef5350, 0xff66bb6a};
 
 class Board : public QWidget {
 public:
@@ -68,12 +69,12 @@ protected:
 
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        painter.fillRect(rect(), QColor(0x262a4a));
+        painter.fillRect(rect(), colours().surface);
         const QRect well(0, 0, columns * cell(), height());
         painter.fillRect(well, QColor(0x0f1124));
         const auto drawCell = [&](QPoint at, int shape) {
             const QRect box(at.x() * cell(), at.y() * cell(), cell() - 1, cell() - 1);
-            painter.fillRect(box, QColor(colours[shape]));
+            painter.fillRect(box, QColor(pieceColours[shape]));
         };
         for (int y = 0; y < rows; ++y)
             for (int x = 0; x < columns; ++x)
@@ -83,12 +84,14 @@ protected:
             drawCell(position_ + piece_[i], shape_);
             drawCell(QPoint(columns + 3, 3) + shapes[next_][i], next_);
         }
-        painter.setPen(Qt::white);
+        painter.setPen(colours().text);
+        painter.setFont(lookFont(Measure::secondFont));
         const QRect panel = rect().adjusted(well.width() + 12, 12, -8, 0);
-        const QString figures = u"Next\n\n\n\n\nScore\n%1\n\nLines\n%2\n\nLevel\n%3"_s;
+        const QString figures = u"Next\n\n\n\nScore\n%1\nLines\n%2\nLevel\n%3"_s;
         painter.drawText(panel, figures.arg(score_).arg(lines_).arg(level()));
         if (!timer_.isActive()) {
-            painter.fillRect(well, QColor(0, 0, 0, 150));
+            painter.fillRect(well, colours().dim);
+            painter.setPen(colours().barText);
             painter.drawText(well, Qt::AlignCenter, over_ ? u"Game over"_s : u"Paused"_s);
         }
     }
@@ -171,10 +174,9 @@ private:
 };
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    ZApplication app(argc, argv, ZApplication::GuiClient);
     auto* board = new Board;
-    phone::Window window(u"Block Drop"_s, QColor(0x3949ab), board);
-    window.setLeftKey(u"Pause"_s, [board] { board->pauseOrRestart(); });
-    window.present();
-    return app.exec();
+    auto* window = new OneView(u"Block Drop"_s, board);
+    window->setLeftKey(u"Pause"_s, [board] { board->pauseOrRestart(); });
+    return window->run();
 }

@@ -1,11 +1,14 @@
 // Calculator: four functions. The arrows choose a key on the screen and Return presses it; digits
 // and operators may be typed as well.
-#include "phonewindow.h"
+#include "Look.h"
+#include "ZApplication.h"
+#include "oneview.h"
 
-#include <QApplication>
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -13,12 +16,8 @@ using namespace Qt::StringLiterals;
 class Calculator : public QWidget {
 public:
     Calculator() {
-        setStyleSheet(u"QWidget {background: #20262b; color: white; font-size: 20px;}"
-                      "QLabel {font-size: 28px;}"
-                      "QPushButton {background: #3b464d; border: none; border-radius: 6px;}"
-                      "QPushButton[operation=true] {background: #ef6c00;}"
-                      "QPushButton:focus {border: 2px solid white;}"
-                      "QPushButton:pressed {background: #78909c;}"_s);
+        setStyleSheet(keyStyle());
+        display_->setFont(lookFont(28));
         display_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         auto* grid = new QGridLayout(this);
         grid->setContentsMargins(4, 0, 4, 4);
@@ -32,6 +31,7 @@ public:
         for (int i = 0; i < faces.size(); ++i) {
             auto* key = new QPushButton(faces[i]);
             key->setProperty("operation", i % 4 == 3);
+            key->setFont(lookFont(20));
             key->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
             key->setAutoDefault(true);
             keys->addButton(key);
@@ -67,6 +67,17 @@ protected:
     }
 
 private:
+    static QString keyStyle() {
+        const Palette& palette = colours();
+        return u"QPushButton {background: %1; color: %2; border: none; border-radius: %3px;}"
+               "QPushButton[operation=true] {background: %4; color: %5;}"
+               "QPushButton:focus {background: %6; color: %7;}"
+               "QPushButton:pressed {background: %8; color: %2;}"_s.arg(
+                   palette.button.name(), palette.text.name(), QString::number(Measure::radius),
+                   palette.tabBar.name(), palette.barText.name(), palette.focus.name(),
+                   palette.focusText.name(), palette.accent.name());
+    }
+
     void type(QChar key) {
         const QString text = typing_ ? display_->text() : u"0"_s;
         typing_ = operand_ = true;
@@ -132,10 +143,9 @@ private:
 };
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    ZApplication app(argc, argv, ZApplication::GuiClient);
     auto* calculator = new Calculator;
-    phone::Window window(u"Calculator"_s, QColor(0x455a64), calculator);
-    window.setLeftKey(u"Clear"_s, [calculator] { calculator->press(u'C'); });
-    window.present();
-    return app.exec();
+    auto* window = new OneView(u"Calculator"_s, calculator);
+    window->setLeftKey(u"Clear"_s, [calculator] { calculator->press(u'C'); });
+    return window->run();
 }

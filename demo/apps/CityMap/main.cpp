@@ -1,7 +1,10 @@
-// City Map: a made-up harbour town. Drag it or use the arrows; plus and minus zoom.
-#include "phonewindow.h"
+// City Map: a made-up harbour town. Drag it or use the arrows; plus and minus zoom. The menu goes
+// to its places.
+#include "Look.h"
+#include "ZApplication.h"
+#include "ZOptionsMenu.h"
+#include "oneview.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -40,10 +43,12 @@ class Map : public QWidget {
 public:
     Map() { setFocusPolicy(Qt::StrongFocus); }
 
-    void visitNext() {
-        visited_ = (visited_ + 1) % places.size();
-        lookAt(places[visited_].at);
+    void visit(std::size_t place) {
+        visited_ = place;
+        lookAt(places[place].at);
     }
+
+    void visitNext() { visit((visited_ + 1) % places.size()); }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override {
@@ -131,7 +136,7 @@ private:
     void drawLabels(QPainter& painter) const {
         const QTransform view = painter.transform();
         QFont small = font();
-        small.setPixelSize(10);
+        small.setPixelSize(scaled(10));
         painter.setFont(small);
         painter.setPen(QColor(0x5d5340));
         for (const Street& street : avenues) {
@@ -165,11 +170,23 @@ private:
     std::size_t visited_ = 0;
 };
 
+ZOptionsMenu* makeMenu(Map* map) {
+    constexpr int menuSkin = 55;
+    auto* menu = new ZOptionsMenu(QRect(), map, nullptr, 0, menuSkin, true);
+    menu->insertItem(u"Next place"_s, nullptr, QPixmap(), true, 0, 0);
+    menu->connectItem(0, map, [map] { map->visitNext(); });
+    for (int place = 0; place < int(places.size()); ++place) {
+        const int id = place + 1;
+        menu->insertItem(places[place].name, nullptr, QPixmap(), true, id, id);
+        menu->connectItem(id, map, [map, place] { map->visit(place); });
+    }
+    return menu;
+}
+
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    ZApplication app(argc, argv, ZApplication::GuiClient);
     auto* map = new Map;
-    phone::Window window(u"City Map"_s, QColor(0x2e7d32), map);
-    window.setLeftKey(u"Next place"_s, [map] { map->visitNext(); });
-    window.present();
-    return app.exec();
+    auto* window = new OneView(u"City Map"_s, map);
+    window->setLeftKey(u"Places"_s, makeMenu(map), u"Go"_s, u"Close"_s);
+    return window->run();
 }

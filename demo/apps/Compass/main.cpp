@@ -1,7 +1,8 @@
 // Компас: a compass card. Without a sensor it is set by hand: drag it or use the arrows.
-#include "phonewindow.h"
+#include "Look.h"
+#include "ZApplication.h"
+#include "oneview.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPolygonF>
@@ -40,8 +41,8 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.fillRect(rect(), QColor(0xe0f2ef));
-        painter.setPen(QColor(0x004d40));
+        painter.fillRect(rect(), colours().surface);
+        painter.setPen(colours().text);
         const QStringList winds{u"С"_s, u"СВ"_s, u"В"_s, u"ЮВ"_s, u"Ю"_s, u"ЮЗ"_s, u"З"_s, u"СЗ"_s};
         painter.drawText(rect().adjusted(0, 0, 0, -8), Qt::AlignHCenter | Qt::AlignBottom,
                          u"%1°  %2"_s.arg(bearing_).arg(winds[(bearing_ + 22) % 360 / 45]));
@@ -80,10 +81,9 @@ private:
 };
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    ZApplication app(argc, argv, ZApplication::GuiClient);
     auto* compass = new Compass;
-    phone::Window window(u"Компас"_s, QColor(0x00796b), compass, u"Выход"_s);
-    window.setLeftKey(u"Север"_s, [compass] { compass->turnTo(0); });
-    window.present();
-    return app.exec();
+    auto* window = new OneView(u"Компас"_s, compass, u"Выход"_s);
+    window->setLeftKey(u"Север"_s, [compass] { compass->turnTo(0); });
+    return window->run();
 }

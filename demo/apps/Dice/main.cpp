@@ -1,7 +1,7 @@
 // Dice: one to six dice. Return or a tap throws them, up and down change their number.
-#include "phonewindow.h"
+#include "ZApplication.h"
+#include "oneview.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QRandomGenerator>
@@ -112,10 +112,9 @@ private:
 };
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    ZApplication app(argc, argv, ZApplication::GuiClient);
     auto* table = new Table;
-    phone::Window window(u"Dice"_s, QColor(0x8e1b1b), table);
-    window.setLeftKey(u"Throw"_s, [table] { table->roll(); });
-    window.present();
-    return app.exec();
+    auto* window = new OneView(u"Dice"_s, table);
+    window->setLeftKey(u"Throw"_s, [table] { table->roll(); });
+    return window->run();
 }

@@ -1,8 +1,9 @@
 // Sudoku: the arrows or a tap choose a cell, 1 to 9 fill it, 0 empties it. Cells that contradict
 // each other are red.
-#include "phonewindow.h"
+#include "Look.h"
+#include "ZApplication.h"
+#include "oneview.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QRandomGenerator>
@@ -15,6 +16,7 @@ using namespace Qt::StringLiterals;
 constexpr int side = 9;
 constexpr int box = 3;
 constexpr int blanks = 42;
+constexpr QColor wrong(0xef, 0x53, 0x50);
 
 class Grid : public QWidget {
 public:
@@ -77,18 +79,19 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.fillRect(rect(), QColor(0xf5f0f8));
+        const Palette& palette = colours();
+        painter.fillRect(rect(), palette.surface);
         painter.translate(corner());
         const double size = cellSize();
         for (int cell = 0; cell < side * side; ++cell)
             paintCell(painter, cell, size);
         for (int i = 0; i <= side; ++i) {
             const bool isBox = i % box == 0;
-            painter.setPen(QPen(QColor(isBox ? 0x4a148c : 0xc9b3d6), isBox ? 2 : 1));
+            painter.setPen(QPen(isBox ? palette.tabBar : palette.tabText, isBox ? 2 : 1));
             painter.drawLine(QPointF(i * size, 0), QPointF(i * size, side * size));
             painter.drawLine(QPointF(0, i * size), QPointF(side * size, i * size));
         }
-        painter.setPen(QColor(0x4a148c));
+        painter.setPen(palette.secondaryText);
         painter.drawText(QRectF(0, side * size, side * size, 32), Qt::AlignCenter, status());
     }
 
@@ -154,7 +157,9 @@ private:
     void paintCell(QPainter& painter, int cell, double size) const {
         const QRectF place((cell % side) * size, (cell / side) * size, size, size);
         const bool chosen = cell == y_ * side + x_;
-        const QColor ground(chosen ? 0xffe082 : given_[cell] ? 0xe9ddf0 : 0xffffff);
+        const Palette& palette = colours();
+        const QColor own = given_[cell] ? palette.line : palette.surface;
+        const QColor ground = chosen ? palette.focus : own;
         painter.fillRect(place, ground);
         if (cells_[cell] == 0)
             return;
@@ -162,7 +167,8 @@ private:
         font.setPixelSize(std::max(1, int(size * 0.6)));
         font.setBold(given_[cell]);
         painter.setFont(font);
-        painter.setPen(QColor(contradicts(cell) ? 0xc62828 : 0x2a1238));
+        const QColor ink = chosen ? palette.focusText : palette.text;
+        painter.setPen(contradicts(cell) ? wrong : ink);
         painter.drawText(place, Qt::AlignCenter, QString::number(cells_[cell]));
         painter.setFont(this->font());
     }
@@ -174,10 +180,9 @@ private:
 };
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    ZApplication app(argc, argv, ZApplication::GuiClient);
     auto* grid = new Grid;
-    phone::Window window(u"Sudoku"_s, QColor(0x4a148c), grid);
-    window.setLeftKey(u"New"_s, [grid] { grid->newGame(); });
-    window.present();
-    return app.exec();
+    auto* window = new OneView(u"Sudoku"_s, grid);
+    window->setLeftKey(u"New"_s, [grid] { grid->newGame(); });
+    return window->run();
 }

@@ -1,8 +1,8 @@
 // Torch: turns the screen into a lamp. Left and right choose its colour, a tap or Return switches
 // it.
-#include "phonewindow.h"
+#include "ZApplication.h"
+#include "oneview.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <array>
@@ -62,10 +62,9 @@ private:
 };
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    ZApplication app(argc, argv, ZApplication::GuiClient);
     auto* lamp = new Lamp;
-    phone::Window window(u"Torch"_s, QColor(0x303030), lamp);
-    window.setLeftKey(u"Colour"_s, [lamp] { lamp->chooseColour(1); });
-    window.present();
-    return app.exec();
+    auto* window = new OneView(u"Torch"_s, lamp);
+    window->setLeftKey(u"Colour"_s, [lamp] { lamp->chooseColour(1); });
+    return window->run();
 }

@@ -1,12 +1,14 @@
 // World Clock: the time in four cities, on dials that are dark at night.
-#include "phonewindow.h"
+#include "Look.h"
+#include "ZApplication.h"
+#include "oneview.h"
 
-#include <QApplication>
 #include <QDateTime>
 #include <QLocale>
 #include <QPainter>
 #include <QTimeZone>
 #include <QTimer>
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -21,6 +23,8 @@ const std::array<City, 4> cities{{{u"Lisbon"_s, "Europe/Lisbon", 0},
                                   {u"Nairobi"_s, "Africa/Nairobi", 3 * 3600},
                                   {u"Tokyo"_s, "Asia/Tokyo", 9 * 3600},
                                   {u"Montréal"_s, "America/Montreal", -5 * 3600}}};
+
+constexpr int lineHeight = 18;
 
 class Clocks : public QWidget {
 public:
@@ -38,7 +42,7 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.fillRect(rect(), QColor(0x10243a));
+        painter.fillRect(rect(), colours().surface);
         const QDateTime now = QDateTime::currentDateTimeUtc();
         for (std::size_t i = 0; i < cities.size(); ++i) {
             const QTimeZone zone(cities[i].zone);
@@ -58,10 +62,11 @@ private:
         const QColor ink = day ? QColor(0x10243a) : QColor(0xe8eef5);
 
         painter.save();
-        painter.translate(cell.center().x(), cell.top() + cell.height() * 0.38);
-        const double radius = cell.height() * 0.33;
+        const double room = cell.height() - 2 * scaled(lineHeight);
+        painter.translate(cell.center().x(), cell.top() + room / 2);
+        const double radius = std::min(room, cell.width()) * 0.45;
         painter.scale(radius / 100, radius / 100);
-        painter.setPen(QPen(QColor(0x4fc3f7), 6));
+        painter.setPen(QPen(colours().tabBar, 6));
         painter.setBrush(day ? QColor(0xf7f3e3) : QColor(0x1c3a5c));
         painter.drawEllipse(QPointF(0, 0), 100, 100);
         for (int hour = 0; hour < 12; ++hour) {
@@ -72,16 +77,22 @@ private:
         const double seconds = time.hour() * 3600 + time.minute() * 60 + time.second();
         drawHand(painter, seconds / 120, 50, QPen(ink, 9));
         drawHand(painter, seconds / 10, 74, QPen(ink, 6));
-        drawHand(painter, seconds * 6, 80, QPen(QColor(0xff7043), 3));
+        drawHand(painter, seconds * 6, 80, QPen(colours().accent, 3));
         painter.restore();
 
-        painter.setPen(Qt::white);
-        painter.drawText(cell.adjusted(0, cell.height() * 0.73, 0, 0),
-                         Qt::AlignHCenter | Qt::AlignTop, name);
-        painter.setPen(QColor(0x9fb8d0));
         const QString format = halfDay_ ? u"ddd h:mm AP"_s : u"ddd HH:mm"_s;
-        painter.drawText(cell.adjusted(0, cell.height() * 0.84, 0, 0),
-                         Qt::AlignHCenter | Qt::AlignTop, QLocale::c().toString(local, format));
+        painter.setPen(colours().text);
+        drawLine(painter, cell, 2, Measure::nameFont, name);
+        painter.setPen(colours().secondaryText);
+        drawLine(painter, cell, 1, Measure::secondFont, QLocale::c().toString(local, format));
+    }
+
+    // One of the lines below the dial, counted from the lowest one.
+    static void drawLine(QPainter& painter, const QRectF& cell, int line, int pixels,
+                         const QString& text) {
+        const int height = scaled(lineHeight);
+        const QRectF place(cell.left(), cell.bottom() - line * height, cell.width(), height);
+        paintFitted(painter, place.toRect(), Qt::AlignHCenter, text, pixels, QFont::Normal);
     }
 
     static void drawHand(QPainter& painter, double degrees, int length, QPen pen) {
@@ -98,10 +109,9 @@ private:
 };
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    ZApplication app(argc, argv, ZApplication::GuiClient);
     auto* clocks = new Clocks;
-    phone::Window window(u"World Clock"_s, QColor(0x1565c0), clocks);
-    window.setLeftKey(u"12/24 h"_s, [clocks] { clocks->switchFormat(); });
-    window.present();
-    return app.exec();
+    auto* window = new OneView(u"World Clock"_s, clocks);
+    window->setLeftKey(u"12/24 h"_s, [clocks] { clocks->switchFormat(); });
+    return window->run();
 }

@@ -1,12 +1,16 @@
 // Заметки: a small note pad. The notes live in one text file beside the program, a form feed
 // between two of them.
-#include "phonewindow.h"
+#include "Look.h"
+#include "ZApplication.h"
+#include "ZMessageDlg.h"
+#include "oneview.h"
 
-#include <QApplication>
 #include <QFile>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QSaveFile>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -16,10 +20,11 @@ public:
         setFocusProxy(&page_);
         page_.setPlaceholderText(u"Новая заметка…"_s);
         page_.setFrameShape(QFrame::NoFrame);
-        page_.setStyleSheet(u"background: #fff8d6; color: #3e2f14; padding: 4px;"_s);
+        page_.setStyleSheet(u"background: %1; color: %2; padding: %3px;"_s.arg(
+            colours().surface.name(), colours().text.name(), QString::number(Measure::grid)));
         counter_.setAlignment(Qt::AlignCenter);
-        setStyleSheet(
-            u"QLabel, QToolButton {background: #f3e3a5; color: #6b4e12; border: none;}"_s);
+        setStyleSheet(u"QLabel, QToolButton {background: %1; color: %2; border: none;}"_s.arg(
+            colours().header.name(), colours().secondaryText.name()));
 
         auto* pager = new QHBoxLayout;
         pager->setSpacing(0);
@@ -40,7 +45,7 @@ public:
     ~Notebook() override { store(); }
 
     void add() {
-        store();
+        storeOrTell();
         notes_.append(QString());
         open(notes_.size() - 1);
     }
@@ -51,11 +56,11 @@ private:
     QToolButton* pagerButton(Qt::ArrowType arrow, int direction, Qt::Key key) {
         auto* button = new QToolButton;
         button->setArrowType(arrow);
-        button->setFixedSize(40, 24);
+        button->setFixedSize(40, scaled(Measure::headerRow));
         button->setFocusPolicy(Qt::NoFocus);
         button->setShortcut(key);
         connect(button, &QToolButton::clicked, this, [this, direction] {
-            store();
+            storeOrTell();
             open((current_ + direction + notes_.size()) % notes_.size());
         });
         return button;
@@ -69,14 +74,18 @@ private:
     }
 
     // Empty notes are not worth a line in the file.
-    void store() {
+    bool store() {
         notes_[current_] = page_.toPlainText();
         QStringList written = notes_;
         written.removeAll(QString());
         QSaveFile file(path());
-        if (!file.open(QIODevice::WriteOnly) || file.write(written.join(u'\f').toUtf8()) < 0 ||
-            !file.commit())
-            counter_.setText(u"Не сохранено"_s);
+        return file.open(QIODevice::WriteOnly) && file.write(written.join(u'\f').toUtf8()) >= 0 &&
+               file.commit();
+    }
+
+    void storeOrTell() {
+        if (!store())
+            ZMessageDlg(u"Заметки"_s, u"Не сохранено"_s, ZMessageDlg::Notice).exec();
     }
 
     QStringList notes_{QString()};
@@ -86,10 +95,9 @@ private:
 };
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    ZApplication app(argc, argv, ZApplication::GuiClient);
     auto* notebook = new Notebook;
-    phone::Window window(u"Заметки"_s, QColor(0x8d6e1f), notebook, u"Выход"_s);
-    window.setLeftKey(u"Новая"_s, [notebook] { notebook->add(); });
-    window.present();
-    return app.exec();
+    auto* window = new OneView(u"Заметки"_s, notebook, u"Выход"_s);
+    window->setLeftKey(u"Новая"_s, [notebook] { notebook->add(); });
+    return window->run();
 }
