@@ -16,16 +16,20 @@
 
 namespace {
 
-/// The thread that the work runs on; the commands are its children.
-std::atomic<pid_t> workThread = 0;
+/// What is known of the work that goes on. It is the program's: there is one event loop that waits,
+/// and the screen that asks how far the work is knows nothing of who does it.
+struct Work {
+    std::atomic<pid_t> thread = 0; ///< 0 where none runs; the commands are its children
+    int depth = 0;
+    WorkCancel* cancel = nullptr; ///< objects of those who do the work, where there are any
+    const WorkGoal* goal = nullptr;
+    const WorkPart* part = nullptr;
+};
 
-int workDepth = 0;
+Work current;
+
+/// Null in a program without a screen. Only the screen can tell, and it is built on this.
 bool (*screenTakesInput)() = nullptr;
-WorkCancel* workCancel = nullptr;
-WorkGoal::Direction goalDirection = WorkGoal::Writes;
-qint64 goalBytes = 0;
-int partNumber = 0;
-int partTotal = 0;
 
 QByteArray readSystemFile(const QByteArray& path) {
     QFile file(QString::fromLatin1(path));
@@ -43,7 +47,7 @@ qint64 bytesOfProcess(const QByteArray& process, const QByteArray& counter) {
 }
 
 QByteArray threadOfWork() {
-    return "self/task/" + QByteArray::number(workThread);
+    return "self/task/" + QByteArray::number(current.thread);
 }
 
 /// The processes that a thread has started; that of a command has but one thread.
@@ -86,9 +90,9 @@ int runBeside(const std::function<int()>& work) {
         return work();
     int result = 0;
     const std::unique_ptr<QThread> thread(QThread::create([&] {
-        workThread = gettid();
+        current.thread = gettid();
         result = work();
-        workThread = 0;
+        current.thread = 0;
     }));
     QEventLoop loop;
     QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
@@ -96,16 +100,16 @@ int runBeside(const std::function<int()>& work) {
     constexpr int interval = 20;
     QTimer canceller;
     QObject::connect(&canceller, &QTimer::timeout, [] {
-        if (workCancel && workCancel->endsCommands() && workThread != 0)
+        if (current.cancel && current.cancel->endsCommands() && current.thread != 0)
             endChildren(threadOfWork());
     });
-    if (workCancel)
+    if (current.cancel)
         canceller.start(interval);
-    ++workDepth;
+    ++current.depth;
     thread->start();
     loop.exec(screenTakesInput() ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
     thread->wait();
-    --workDepth;
+    --current.depth;
     return result;
 }
 
@@ -122,12 +126,12 @@ void startBeside(const std::function<void()>& work, QObject* receiver,
 }
 
 bool isWorking() {
-    return workDepth > 0;
+    return current.depth > 0;
 }
 
-WorkCancel::WorkCancel(When when) : m_when(when), m_isOuter(!workCancel) {
+WorkCancel::WorkCancel(When when) : m_when(when), m_isOuter(!current.cancel) {
     if (m_isOuter)
-        workCancel = this;
+        current.cancel = this;
 }
 
 WorkCancel::~WorkCancel() {
@@ -136,51 +140,53 @@ WorkCancel::~WorkCancel() {
 
 bool WorkCancel::end() {
     if (m_isOuter)
-        workCancel = nullptr;
+        current.cancel = nullptr;
     m_isOuter = false;
     return m_isRequested;
 }
 
 bool canCancelWork() {
-    return workCancel && workDepth > 0 && !workCancel->isRequested();
+    return current.cancel && current.depth > 0 && !current.cancel->isRequested();
 }
 
 void cancelWork() {
     if (canCancelWork())
-        workCancel->request();
+        current.cancel->request();
 }
 
 bool isCancellingWork() {
-    return workCancel && workCancel->isRequested();
+    return current.cancel && current.cancel->isRequested();
 }
 
-WorkGoal::WorkGoal(Direction direction, qint64 bytes) {
-    goalDirection = direction;
-    goalBytes = bytes;
+WorkGoal::WorkGoal(Direction direction, qint64 bytes) : m_direction(direction), m_bytes(bytes) {
+    current.goal = this;
 }
 
 WorkGoal::~WorkGoal() {
-    goalBytes = 0;
+    current.goal = nullptr;
 }
 
-WorkPart::WorkPart(int number, int total) {
-    partNumber = number;
-    partTotal = total;
+WorkPart::WorkPart(int number, int total) : m_number(number), m_total(total) {
+    current.part = this;
 }
 
 WorkPart::~WorkPart() {
-    partTotal = 0;
+    current.part = nullptr;
 }
 
 WorkProgress workProgress() {
-    WorkProgress progress = {.number = partNumber, .total = partTotal};
-    if (partTotal > 0)
-        progress.fraction = double(partNumber - 1) / partTotal;
-    if (goalBytes <= 0 || workThread == 0)
+    WorkProgress progress;
+    if (const WorkPart* part = current.part; part && part->total() > 0) {
+        progress = {.fraction = double(part->number() - 1) / part->total(),
+                    .number = part->number(),
+                    .total = part->total()};
+    }
+    const WorkGoal* goal = current.goal;
+    if (!goal || goal->bytes() <= 0 || current.thread == 0)
         return progress;
     const qint64 bytes =
-        bytesOfChildren(threadOfWork(), goalDirection == WorkGoal::Reads ? "rchar:" : "wchar:");
+        bytesOfChildren(threadOfWork(), goal->direction() == WorkGoal::Reads ? "rchar:" : "wchar:");
     if (bytes > 0)
-        progress.fraction = qMin(1.0, double(bytes) / double(goalBytes));
+        progress.fraction = qMin(1.0, double(bytes) / double(goal->bytes()));
     return progress;
 }

@@ -69,6 +69,14 @@ public:
     WorkGoal(Direction direction, qint64 bytes);
     ~WorkGoal();
     Q_DISABLE_COPY_MOVE(WorkGoal)
+
+    Direction direction() const { return m_direction; }
+
+    qint64 bytes() const { return m_bytes; }
+
+private:
+    Direction m_direction;
+    qint64 m_bytes;
 };
 
 /// Which part of how many equal ones the work has come to, counted from 1. It holds while the
@@ -78,6 +86,14 @@ public:
     WorkPart(int number, int total);
     ~WorkPart();
     Q_DISABLE_COPY_MOVE(WorkPart)
+
+    int number() const { return m_number; }
+
+    int total() const { return m_total; }
+
+private:
+    int m_number;
+    int m_total;
 };
 
 struct WorkProgress {
