@@ -17,8 +17,6 @@
 
 namespace {
 
-bool displayFound = false;
-
 void setUtf8Locale() {
     setlocale(LC_ALL, "");
     if (qstrcmp(nl_langinfo(CODESET), "UTF-8") != 0)
@@ -32,6 +30,8 @@ struct Given {
     QByteArray value = qgetenv(name);
 };
 
+/// Kept from before Qt's constructor, which needs the change, until after it; no member of the
+/// object is there so early.
 std::vector<Given> given;
 
 void giveBackEnvironment() {
@@ -74,7 +74,8 @@ bool isVisiblePlatform() {
            (name != u"offscreen" && !name.startsWith(u"minimal"));
 }
 
-/// The arguments are the program's own: Qt sees no more of them than the program's name.
+/// The arguments are the program's own: Qt sees no more of them than the program's name. It keeps
+/// the reference to their count for as long as it runs.
 int& prepared() {
     static int count = 1;
     given = {Given{"QT_QPA_PLATFORM"}, Given{"QT_SCALE_FACTOR"}};
@@ -97,8 +98,8 @@ QAccessibleInterface* makeAccessible(const QString& className, QObject* object) 
 
 ZApplication::ZApplication(int&, char** argv, int) : QApplication(prepared(), argv) {
     giveBackEnvironment();
-    displayFound = isVisiblePlatform();
-    setWaitingScreen(displayFound ? +[] { return ZScreen::instance().isCovered(); } : nullptr);
+    setWaitingScreen(isVisiblePlatform() ? +[] { return ZScreen::instance().isCovered(); }
+                                         : nullptr);
     QAccessible::installFactory(makeAccessible);
     QFont font;
     if (QFontDatabase::hasFamily("Noto Sans"))
@@ -121,7 +122,7 @@ bool ZApplication::event(QEvent* event) {
 }
 
 bool ZApplication::hasDisplay() {
-    return displayFound;
+    return qobject_cast<ZApplication*>(instance()) && isVisiblePlatform();
 }
 
 void ZApplication::setMainWidget(QWidget* widget) {
