@@ -37,6 +37,7 @@ void makeHalfPackage() {
         half.write(whole.read(whole.size() / 2));
 }
 
+/// From `slowDown` to `speedUp`, which are acts of different steps.
 QString realArchiver;
 
 /// An archiver that takes its time for what it has unpacked.

@@ -24,6 +24,8 @@ namespace {
 constexpr int tickMilliseconds = 10;
 constexpr qint64 patienceMilliseconds = 30000;
 
+/// Of the walk that goes on. The walker is made within the program's own entry, by a function that
+/// Qt calls without arguments.
 QList<Step> allSteps;
 QString pictureFolder;
 FILE* report = nullptr; ///< standard output, which the program has no part in

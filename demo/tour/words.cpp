@@ -8,6 +8,7 @@
 
 namespace {
 
+/// One walk has one language, and every step of it has words.
 std::unique_ptr<ZConfig> languageFile;
 
 } // namespace

@@ -8,6 +8,8 @@
 
 namespace {
 
+/// Remembered for the whole run, as whoever starts a program, from anywhere, needs them; the
+/// pointers lead into the texts.
 QByteArrayList texts;
 std::vector<char*> pointers;
 

@@ -20,7 +20,8 @@ namespace {
 constexpr int maxPath = 4096;
 
 /// What was last entered, as the phone knows it. Where a link inside the phone's root leads out of
-/// it, the system only tells the place behind the link.
+/// it, the system only tells the place behind the link. The process has one working directory, and
+/// so one of these.
 QString enteredFolder;
 
 QString phoneRoot() {

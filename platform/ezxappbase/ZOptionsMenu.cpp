@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The menus that are open, the one on top last.
+/// The menus that are open on the program's one screen, the one on top last.
 QList<QPointer<ZOptionsMenu>> openMenus;
 
 constexpr int cardPadding = Measure::grid;

@@ -20,7 +20,8 @@ namespace {
 constexpr int unitMilliseconds = 100;
 constexpr int contentSpacing = 2 * Measure::grid;
 
-/// What waits for an answer, and what is on the screen; the last one is on top.
+/// What waits for an answer, and what is on the screen; the last one is on top. There is one
+/// screen, and the order in which popups came to lie on it is known nowhere else.
 QList<ZPopup*> waitingPopups;
 QList<ZPopup*> shownPopups;
 

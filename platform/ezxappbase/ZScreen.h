@@ -41,6 +41,8 @@ private:
     ZScreen();
     QWidget* topWidget() const;
 
+    /// The phone has one screen. It is not in the application object, as a popup may need it where
+    /// the program has none.
     static ZScreen* s_instance;
     bool m_painted = false;
     QPointer<QWidget> m_main;

@@ -54,7 +54,9 @@ struct PictureLoad::Job {
 };
 
 PictureLoad::PictureLoad(const std::function<QImage()>& read) : m_job(std::make_shared<Job>()) {
-    static QThreadPool readers; // of its own: what else runs beside the event loop takes long
+    // Shared, so that a long list does not start a thread for every row; of its own, since what
+    // else runs beside the event loop takes long.
+    static QThreadPool readers;
     m_job->clock.start();
     readers.start([job = m_job, read] {
         job->image = read();

@@ -16,6 +16,7 @@ namespace {
 const QString wordsGroup = "WORDS";
 const QString englishCode = "en";
 
+/// Of the file that is open as `LanguageConfig`.
 QString chosenCode = englishCode;
 
 QString languagePath(const QString& folder, const QString& code) {

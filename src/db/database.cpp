@@ -16,7 +16,8 @@
 namespace {
 
 /// The database was still busy when the last statement gave up. Nothing waits again before one got
-/// through: a discovery has hundreds of statements.
+/// through: a discovery has hundreds of statements. As what follows, this belongs to the one
+/// connection of the program.
 bool isHeldForLong = false;
 
 /// Another program writes for a moment only; some wait for it.

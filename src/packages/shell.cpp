@@ -46,6 +46,8 @@ private:
     int m_saved;
 };
 
+/// What the object that sets it is told holds for errors of all that is called meanwhile, which
+/// does not know of it.
 QString errorSubject;
 
 /// As the C library's `system`, in the environment that the program was given.

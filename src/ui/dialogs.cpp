@@ -75,7 +75,7 @@ QWidget* makeCard(const Details& details) {
     return card;
 }
 
-/// The screen owns it, so it is made again on another one.
+/// The one that is shown and hidden again. The screen owns it, so it is made again on another one.
 ZPopup& workNotice() {
     static QPointer<ZPopup> notice;
     if (!notice) {
