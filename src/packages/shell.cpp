@@ -46,8 +46,7 @@ private:
     int m_saved;
 };
 
-/// What the object that sets it is told holds for errors of all that is called meanwhile, which
-/// does not know of it.
+/// Set by an `ErrorSubject`, since what shows an error, deep in the calls, knows of no batch.
 QString errorSubject;
 
 /// As the C library's `system`, in the environment that the program was given.
