@@ -17,8 +17,6 @@
 
 namespace {
 
-constexpr int maxPath = 4096;
-
 /// What was last entered, as the phone knows it. Where a link inside the phone's root leads out of
 /// it, the system only tells the place behind the link. The process has one working directory, and
 /// so one of these.
@@ -29,11 +27,6 @@ QString phoneRoot() {
     while (root.endsWith('/'))
         root.chop(1);
     return root;
-}
-
-QString workingDirectory() {
-    char buffer[maxPath] = {};
-    return getcwd(buffer, sizeof buffer) ? fromBytes(buffer) : QString();
 }
 
 bool isInside(const QString& folder, const QString& path) {
@@ -76,8 +69,7 @@ bool preparePhoneRoot(QString& error) {
     QString root = phoneRoot();
     if (root.isEmpty())
         return true;
-    if (!root.startsWith('/'))
-        root = workingDirectory() + '/' + root;
+    root = absolutePath(root);
     if (!isPlainForShell(toBytes(root))) {
         error = QString("QUIVER_ROOT '%1' holds a blank, a quote or another character that a shell "
                         "command takes apart; use a link to it without one")

@@ -31,6 +31,26 @@ bool writeAll(int descriptor, const QByteArray& content) {
            file.flush() && fsync(descriptor) == 0;
 }
 
+/// Reads to the end, which may have moved since the size was asked for.
+Reading readFrom(int descriptor, qint64 limit, QByteArray& content) {
+    struct stat info = {};
+    if (fstat(descriptor, &info) != 0)
+        return Reading::Unreadable;
+    if (info.st_size > limit)
+        return Reading::TooLarge;
+    constexpr qsizetype more = 4096;
+    content.resize(info.st_size + 1);
+    qsizetype filled = 0;
+    ssize_t count = 0;
+    while ((count = read(descriptor, content.data() + filled, content.size() - filled)) > 0) {
+        filled += count;
+        if (filled == content.size())
+            content.resize(filled + more);
+    }
+    content.resize(filled);
+    return count == 0 ? Reading::Whole : Reading::Partial;
+}
+
 mode_t newFileMode() {
     const mode_t mask = umask(0);
     umask(mask);
@@ -53,12 +73,9 @@ Reading readRegularFile(const QString& path, qint64 limit, QByteArray& content) 
     const int descriptor = openRegularFile(path);
     if (descriptor < 0)
         return Reading::Unreadable;
-    QFile file; // it always takes an open descriptor
-    file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
-    if (file.size() > limit)
-        return Reading::TooLarge;
-    content = file.readAll();
-    return file.error() == QFileDevice::NoError ? Reading::Whole : Reading::Partial;
+    const Reading reading = readFrom(descriptor, limit, content);
+    close(descriptor);
+    return reading;
 }
 
 QByteArray fileState(const QString& path) {
@@ -80,6 +97,15 @@ bool exists(const QString& path) {
 QString realPath(const QString& path) {
     char buffer[PATH_MAX] = {};
     return realpath(toBytes(path).constData(), buffer) ? fromBytes(buffer) : path;
+}
+
+QString workingDirectory() {
+    char buffer[PATH_MAX] = {};
+    return getcwd(buffer, sizeof buffer) ? fromBytes(buffer) : QString();
+}
+
+QString absolutePath(const QString& path) {
+    return path.startsWith('/') ? path : workingDirectory() + '/' + path;
 }
 
 bool replaceFile(const QString& path, const QByteArray& content) {

@@ -29,6 +29,12 @@ bool exists(const QString& path);
 /// `path` without links; as it is where it leads nowhere.
 QString realPath(const QString& path);
 
+/// The process's working directory, a path of the machine; empty where it is none any more.
+QString workingDirectory();
+
+/// `path` as seen from the working directory.
+QString absolutePath(const QString& path);
+
 /// Puts `content` into the file at `path` (of the machine), which keeps its owner and mode:
 /// afterwards either the old content or the new one is there, whole. False where it cannot be
 /// written.

@@ -10,18 +10,9 @@
 
 namespace {
 
-/// Names and what commands print are foreign; a terminal would obey their control characters.
-QString harmless(QString text) {
-    for (QChar& c : text) {
-        if (c.category() == QChar::Other_Control && c != u'\n' && c != u'\t')
-            c = QChar::ReplacementCharacter;
-    }
-    return text;
-}
-
 void write(const QString& text) {
     std::fflush(stdout);
-    std::fputs(toBytes(harmless(text)).constData(), stderr);
+    std::fputs(toBytes(printable(text)).constData(), stderr);
 }
 
 std::optional<QString> answerTo(const QString& prompt) {
@@ -35,6 +26,14 @@ std::optional<QString> answerTo(const QString& prompt) {
 }
 
 } // namespace
+
+QString printable(QString text) {
+    for (QChar& c : text) {
+        if (c.category() == QChar::Other_Control && c != u'\n' && c != u'\t')
+            c = QChar::ReplacementCharacter;
+    }
+    return text;
+}
 
 bool askOnTerminal(const QString& title, const QString& text) {
     const QString yes = platformText("SK_YES", "Yes");

@@ -5,6 +5,10 @@
 /// Dialogs on the terminal, for a program that has no display. Questions are written to standard
 /// error, since standard output belongs to the program; answers are read from standard input.
 
+/// `text` with the control characters replaced, apart from line ends and tabs: names and what
+/// commands print are foreign, and a terminal would obey them.
+QString printable(QString text);
+
 /// True for yes. The end of the input means no; any other answer is asked again.
 bool askOnTerminal(const QString& title, const QString& text);
 

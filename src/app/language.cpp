@@ -86,6 +86,17 @@ bool loadCustomization(const QString& folder) {
     return true;
 }
 
+void loadSettings() {
+    const QString systemFolder = hostPath(Path::systemFolder);
+    ArchiverPath = defaultArchiver;
+    if (!selectLanguageFile(AppPath))
+        selectLanguageFile(systemFolder);
+    if (!loadCustomization(AppPath))
+        loadCustomization(systemFolder);
+    if (const QByteArray archiver = qgetenv("QUIVER_ARCHIVER"); !archiver.isEmpty())
+        ArchiverPath = fromBytes(archiver);
+}
+
 QString tr(const char* key) {
     const QString text = QString::fromUtf8(key);
     return LanguageConfig ? LanguageConfig->readEntry(wordsGroup, text, text) : text;

@@ -20,6 +20,11 @@ QString languageCode();
 /// `MenuUuid`. False when there is none.
 bool loadCustomization(const QString& folder);
 
+/// Sets the archiver, the language file and the menu folder as the files beside the program or,
+/// where there are none, the phone's own say. The environment variable QUIVER_ARCHIVER stands above
+/// them: the phone's files name an archiver of the phone, which the machine need not have.
+void loadSettings();
+
 /// The text of `key` in the phone's language; the key itself where no text is known.
 QString tr(const char* key);
 

@@ -7,7 +7,7 @@
 #include "database.h"
 #include "dialogs.h"
 #include "language.h"
-#include "paths.h"
+#include "lock.h"
 #include "settings.h"
 #include "shell.h"
 #include "storage.h"
@@ -16,18 +16,15 @@
 
 #include <QGuiApplication>
 
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 
-#include <fcntl.h>
-#include <sys/file.h>
 #include <unistd.h>
 
 namespace {
 
-bool checkPhoneRoot() {
+bool prepareRoot() {
     QString error;
     if (preparePhoneRoot(error))
         return true;
@@ -43,33 +40,12 @@ void splitProgramPath(const QString& program) {
     printf("DEBUG:: App Path : %s\n", toBytes(AppPath).constData());
 }
 
-void loadSettings() {
-    const QString systemFolder = hostPath(Path::systemFolder);
-    ArchiverPath = defaultArchiver;
-    if (!selectLanguageFile(AppPath))
-        selectLanguageFile(systemFolder);
-    if (!loadCustomization(AppPath))
-        loadCustomization(systemFolder);
-    // The phone's files name an archiver of the phone, which the machine need not have.
-    if (const QByteArray archiver = qgetenv("QUIVER_ARCHIVER"); !archiver.isEmpty())
-        ArchiverPath = fromBytes(archiver);
-    installTranslator();
-}
-
-/// Marks the phone as one that has a window, in `lock`; false where it has one already. The lock
-/// ends with the process, however that ends; commands do not inherit it.
-bool lockWindow(int& lock) {
-    const QByteArray folder = toBytes(hostPath(Path::systemFolder));
-    lock = open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    return lock < 0 || flock(lock, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
     rememberEnvironment();
     outliveReaders();
-    if (!checkPhoneRoot())
+    if (!prepareRoot())
         return 1;
     splitProgramPath(fromBytes(argv[0]));
     prepareStorage();
@@ -78,11 +54,11 @@ int main(int argc, char** argv) {
     auto application = std::make_unique<ZApplication>(argc, argv, ZApplication::GuiClient);
     QGuiApplication::setApplicationDisplayName("Quiver");
     loadSettings();
+    installTranslator();
     srand(getpid());
     if (argc > 1 && checkParameters(argc, argv) != 0)
         return 0;
-    int lock = -1;
-    if (!lockWindow(lock)) {
+    if (!lockPhone(0)) {
         showNotice("Quiver", tr("TXT_ALREADY_OPEN"));
         return 1;
     }
@@ -98,6 +74,5 @@ int main(int argc, char** argv) {
     window.reset();
     application.reset();
     closeAppDb();
-    close(lock);
     return result;
 }

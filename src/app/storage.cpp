@@ -21,6 +21,8 @@ struct RequiredFolder {
     const char* failure;
 };
 
+} // namespace
+
 void detectCard() {
     FILE* table = setmntent(toBytes(hostPath(Path::mountTable)).constData(), "r");
     if (!table) {
@@ -41,8 +43,6 @@ void detectCard() {
         puts("DEBUG:: SD doesn't exist");
     endmntent(table);
 }
-
-} // namespace
 
 QList<QByteArray> mountPoints(FILE* table) {
     QList<QByteArray> folders;

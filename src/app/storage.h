@@ -17,8 +17,11 @@ enum SAVE_LOCATION { SAVE_PH = 0, SAVE_SD = 1, SAVE_FM = 2 };
 inline bool SdPresent = false;
 inline bool SdExtPresent = false;
 
-/// Looks for the card in the phone's mount table and makes the folders that the program needs. What
-/// cannot be made is only printed.
+/// Looks for the card in the phone's mount table.
+void detectCard();
+
+/// As `detectCard`, and makes the folders that the program needs. What cannot be made is only
+/// printed.
 void prepareStorage();
 
 /// The folders that something is mounted on, in the order of the mount table `table`.

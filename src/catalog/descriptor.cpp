@@ -23,24 +23,29 @@ QByteArray limited(const QByteArray& value) {
     return value.left(end);
 }
 
-} // namespace
-
-std::optional<QByteArray> readWholeFile(const QString& path) {
+/// The whole file at `path`, which messages call `name`.
+std::optional<QByteArray> readFile(const QString& path, const QString& name) {
     QByteArray content;
     switch (readRegularFile(path, largestFile, content)) {
     case Reading::Unreadable:
-        printf("DEBUG:: Error while opening file (%s)\n", toBytes(path).constData());
+        printf("DEBUG:: Error while opening file (%s)\n", toBytes(name).constData());
         return std::nullopt;
     case Reading::TooLarge:
         puts("DEBUG:: Error while allocating memory for file");
         return std::nullopt;
     case Reading::Partial:
-        printf("DEBUG:: Error while reading file (%s)\n", toBytes(path).constData());
+        printf("DEBUG:: Error while reading file (%s)\n", toBytes(name).constData());
         break;
     case Reading::Whole:
         break;
     }
     return content;
+}
+
+} // namespace
+
+std::optional<QByteArray> readWholeFile(const QString& path) {
+    return readFile(path, path);
 }
 
 QByteArray findValue(const QByteArray& text, const QByteArray& prefix) {
@@ -79,16 +84,12 @@ std::unique_ptr<ZPK_App> parseDescriptor(const QByteArray& text) {
 }
 
 std::unique_ptr<ZPK_App> readDescriptor(const QString& folderName) {
-    if (folderName.isEmpty())
-        return nullptr;
-    const QString parent = currentFolder();
-    const FolderGuard guard;
+    return folderName.isEmpty() ? nullptr : readDescriptor(currentFolder(), folderName);
+}
+
+std::unique_ptr<ZPK_App> readDescriptor(const QString& parent, const QString& folderName) {
     const QString file = folderName + ".cfg";
-    if (!enterFolder(folderName)) {
-        printf("DEBUG:: Error while opening file (%s)\n", toBytes(file).constData());
-        return nullptr;
-    }
-    const std::optional<QByteArray> text = readWholeFile(file);
+    const std::optional<QByteArray> text = readFile(folderName + '/' + file, file);
     if (!text)
         return nullptr;
     auto app = parseDescriptor(*text);

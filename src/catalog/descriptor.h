@@ -33,3 +33,6 @@ std::unique_ptr<ZPK_App> parseDescriptor(const QByteArray& text);
 /// The application in the sub-folder `folderName` of the working directory; null when there is no
 /// readable descriptor. Location, identifier and menu flag are left to the caller.
 std::unique_ptr<ZPK_App> readDescriptor(const QString& folderName);
+
+/// As `readDescriptor`, for whoever knows the working directory: `parent`, a path of the phone.
+std::unique_ptr<ZPK_App> readDescriptor(const QString& parent, const QString& folderName);

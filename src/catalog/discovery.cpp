@@ -23,13 +23,6 @@ QUuid drawUuid() {
                  tail[6], tail[7]);
 }
 
-QUuid drawUnusedUuid() {
-    QUuid uuid = drawUuid();
-    while (isUuidUsed(&uuid))
-        uuid = drawUuid();
-    return uuid;
-}
-
 /// What the database has for `path`: another program may have been there a moment earlier. It is
 /// `drawn` where nothing could be stored.
 QUuid storedUuid(const QString& path, const QUuid& drawn) {
@@ -42,7 +35,7 @@ QUuid storedUuid(const QString& path, const QUuid& drawn) {
 /// is drawn; from then on the row has the form by which it is looked for.
 QUuid usableUuid(const QString& path, const QString& text) {
     const QUuid stored = QUuid::fromString(text);
-    const QUuid uuid = stored.isNull() ? drawUnusedUuid() : stored;
+    const QUuid uuid = stored.isNull() ? unusedUuid() : stored;
     if (uuid.toString() != text)
         replaceUuid(path, text, uuid);
     return uuid;
@@ -65,13 +58,7 @@ bool isListed(const dirent* entry, const QByteArray& name, bool foldersOnly, boo
 }
 
 void findAppsIn(int location, Apps& apps) {
-    if (!enterFolder(appsFolder(location)))
-        return;
-    for (const QString& name : listDir(true, false, false, true)) {
-        std::unique_ptr<ZPK_App> app = readDescriptor(name);
-        if (!app)
-            continue;
-        app->location = location;
+    for (std::unique_ptr<ZPK_App>& app : readApps(location)) {
         ensureAppInDb(*app);
         const QString key = appKey(app->name, location);
         apps[key] = std::move(app);
@@ -84,9 +71,23 @@ QString appKey(const QString& name, int location) {
     return name + (location == phoneMemory ? "_PH" : "_SD");
 }
 
+std::vector<std::unique_ptr<ZPK_App>> readApps(int location) {
+    std::vector<std::unique_ptr<ZPK_App>> apps;
+    const FolderGuard guard;
+    if (!enterFolder(appsFolder(location)))
+        return apps;
+    for (const QString& name : listDir(true, false, false, true)) {
+        std::unique_ptr<ZPK_App> app = readDescriptor(appsFolder(location), name);
+        if (!app)
+            continue;
+        app->location = location;
+        apps.push_back(std::move(app));
+    }
+    return apps;
+}
+
 Apps findApps() {
     Apps apps;
-    const FolderGuard guard;
     if (SdPresent)
         findAppsIn(memoryCard, apps);
     findAppsIn(phoneMemory, apps);
@@ -114,13 +115,20 @@ void ensureAppInDb(ZPK_App& app) {
                text.toLatin1().constData());
         app.uuid = std::make_unique<QUuid>(usableUuid(app.path, text));
     } else {
-        const QUuid uuid = drawUnusedUuid();
+        const QUuid uuid = unusedUuid();
         printf("DEBUG:: Adding APP to AppDB ('%s')\n\tApp UUID is %s\n", name.constData(),
                uuid.toByteArray().constData());
         addAppRecord(uuid, app.name, app.path, app.location);
         app.uuid = std::make_unique<QUuid>(storedUuid(app.path, uuid));
     }
     app.registeredInMenu = isAppInMenu(app.path, nullptr);
+}
+
+QUuid unusedUuid() {
+    QUuid uuid = drawUuid();
+    while (isUuidUsed(&uuid))
+        uuid = drawUuid();
+    return uuid;
 }
 
 QStringList listDir(bool foldersOnly, bool otherFiles, bool showAll, bool sorted) {

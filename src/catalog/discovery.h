@@ -7,6 +7,7 @@
 
 #include <map>
 #include <memory>
+#include <vector>
 
 /// Applications: the display name and "_SD" (on the card) or "_PH" (on the phone) to the record, in
 /// the order of the keys' code units.
@@ -18,6 +19,10 @@ inline Apps AppMap;
 
 /// The key in `Apps` of an application of that name and location.
 QString appKey(const QString& name, int location);
+
+/// The applications in the folder of a storage location, in the order of their folders' names, as
+/// their descriptors tell them. The working directory is the same afterwards.
+std::vector<std::unique_ptr<ZPK_App>> readApps(int location);
 
 /// The applications in the folders of card and phone, each with its row in the database. The
 /// working directory is the same afterwards. It may run beside the event loop, with `AppMap` in
@@ -34,6 +39,9 @@ ZPK_App* appAt(const QString& path);
 /// Gives `app` its identifier, the stored one where the database knows its folder, else a new one
 /// with a row of its own, and its menu flag.
 void ensureAppInDb(ZPK_App& app);
+
+/// An identifier that the database does not have.
+QUuid unusedUuid();
 
 /// The names in the working directory: with `foldersOnly` its folders, else every name with ".zpk"
 /// in it and, with both `otherFiles` and `showAll`, every other name that is no folder. Empty when

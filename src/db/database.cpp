@@ -63,8 +63,8 @@ public:
         return *this;
     }
 
-    Statement& bind(int number) {
-        sqlite3_bind_int(m_statement, ++m_bound, number);
+    Statement& bind(qint64 number) {
+        sqlite3_bind_int64(m_statement, ++m_bound, number);
         return *this;
     }
 
@@ -75,6 +75,8 @@ public:
     }
 
     int number(int column) { return sqlite3_column_int(m_statement, column); }
+
+    qint64 id(int column) { return sqlite3_column_int64(m_statement, column); }
 
     /// The text of a column, empty for NULL.
     QByteArray text(int column) {
@@ -125,6 +127,16 @@ bool isStepOk(Statement& statement) {
     return statement.step() == SQLITE_OK;
 }
 
+/// True when a statement that gives no rows went through.
+bool isDone(Statement& statement) {
+    return statement.step() == SQLITE_DONE;
+}
+
+bool changeRow(const char* sql, qint64 id) {
+    Statement statement(sql);
+    return statement.isValid() && isDone(statement.bind(id));
+}
+
 int printApps(const char* sql, const char* heading) {
     Statement statement(sql);
     if (!statement.isValid())
@@ -161,6 +173,24 @@ bool openAppDb() {
     sqlite3_exec(AppDb, Sql::indexes, nullptr, nullptr, nullptr);
     puts("Application Database Opened");
     return true;
+}
+
+bool openAppDbForReading() {
+    const QByteArray path = toBytes(hostPath(Path::database));
+    isHeldForLong = false;
+    if (sqlite3_open_v2(path.constData(), &AppDb, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK &&
+        sqlite3_busy_handler(AppDb, waitForOthers, nullptr) == SQLITE_OK &&
+        sqlite3_exec(AppDb, Sql::anyObject, stopAtFirstRow, nullptr, nullptr) == SQLITE_ABORT)
+        return true;
+    sqlite3_close(AppDb);
+    AppDb = nullptr;
+    return false;
+}
+
+bool isAppDbUsable() {
+    const int result = AppDb ? sqlite3_exec(AppDb, Sql::anyObject, stopAtFirstRow, nullptr, nullptr)
+                             : SQLITE_ERROR;
+    return result == SQLITE_OK || result == SQLITE_ABORT;
 }
 
 bool closeAppDb() {
@@ -255,6 +285,41 @@ bool deleteAppRecord(const QUuid* uuid) {
         return false;
     Statement statement(Sql::deleteApp);
     return statement.isValid() && isStepOk(statement.bind(uuidText(uuid)));
+}
+
+QList<AppRow> appRows() {
+    QList<AppRow> rows;
+    Statement statement(Sql::rows);
+    while (statement.isValid() && statement.step() == SQLITE_ROW)
+        rows.append({statement.id(0), QString::fromLatin1(statement.text(1)),
+                     QString::fromLatin1(statement.text(2)), fromBytes(statement.text(3)),
+                     statement.number(4)});
+    return rows;
+}
+
+QList<qint64> strayLinks() {
+    QList<qint64> ids;
+    Statement statement(Sql::strayLinks);
+    while (statement.isValid() && statement.step() == SQLITE_ROW)
+        ids.append(statement.id(0));
+    return ids;
+}
+
+bool removeRow(qint64 id) {
+    return changeRow(Sql::removeRow, id);
+}
+
+bool removeLinks(qint64 id) {
+    return changeRow(Sql::removeLinks, id);
+}
+
+bool addLink(qint64 id) {
+    return changeRow(Sql::addLink, id);
+}
+
+bool setRowUuid(qint64 id, const QUuid& uuid) {
+    Statement statement(Sql::setRowUuid);
+    return statement.isValid() && isDone(statement.bind(uuidText(&uuid)).bind(id));
 }
 
 int printAllApps() {

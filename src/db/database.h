@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QUuid>
 
@@ -17,6 +18,13 @@ inline sqlite3* AppDb = nullptr;
 /// Opens the database and makes its tables where it holds nothing yet. False when it cannot be
 /// opened.
 bool openAppDb();
+
+/// Opens the database without ever writing to it. False where there is none, or none that can be
+/// read.
+bool openAppDbForReading();
+
+/// The database is open, and it is one.
+bool isAppDbUsable();
 
 /// False when SQLite refuses to close.
 bool closeAppDb();
@@ -45,6 +53,28 @@ bool addAppToMenu(const QString& path, const QUuid* uuid);
 bool removeAppFromMenu(const QUuid* uuid);
 bool updateAppRecord(const QUuid* uuid, const QString& name, const QString& path, int location);
 bool deleteAppRecord(const QUuid* uuid);
+
+/// A row as it is stored, whatever that is.
+struct AppRow {
+    qint64 id;
+    QString uuid; ///< read as Latin-1; empty for none
+    QString name; ///< read as Latin-1
+    QString path; ///< of the phone
+    int links;    ///< how often the application stands in the phone's menu
+};
+
+/// All rows, in the order in which they were entered.
+QList<AppRow> appRows();
+
+/// The ids that the phone's menu has links for and no row stands for.
+QList<qint64> strayLinks();
+
+/// Each gives false where the database refuses: it removes a row, removes its links, or all with
+/// that id where there is no row, adds a link, or gives the row another identifier.
+bool removeRow(qint64 id);
+bool removeLinks(qint64 id);
+bool addLink(qint64 id);
+bool setRowUuid(qint64 id, const QUuid& uuid);
 
 /// Print a listing on standard output. The first gives SQLite's result of the whole query.
 int printAllApps();

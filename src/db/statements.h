@@ -40,4 +40,15 @@ constexpr const char* allApps = "SELECT UUID,Name,pathName,Location FROM AppReg;
 constexpr const char* menuApps =
     "SELECT UUID,Name,pathName,Location FROM AppReg WHERE id IN ( SELECT app_id FROM App_Menu);";
 
+// What a check holds against each other, row by row.
+constexpr const char* rows =
+    "SELECT id, UUID, Name, PathName, (SELECT COUNT(*) FROM App_Menu WHERE app_id = AppReg.id) "
+    "FROM AppReg ORDER BY id;";
+constexpr const char* strayLinks =
+    "SELECT DISTINCT app_id FROM App_Menu WHERE app_id NOT IN (SELECT id FROM AppReg);";
+constexpr const char* removeRow = "DELETE FROM AppReg WHERE id = ?;";
+constexpr const char* removeLinks = "DELETE FROM App_Menu WHERE app_id = ?;";
+constexpr const char* addLink = "INSERT INTO App_Menu(app_id) VALUES(?);";
+constexpr const char* setRowUuid = "UPDATE AppReg SET UUID = ? WHERE id = ?;";
+
 } // namespace Sql

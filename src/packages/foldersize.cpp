@@ -17,6 +17,7 @@ FolderContents contentsOf(const QString& path) {
     for (fs::recursive_directory_iterator entry(folder, options, error), end;
          !error && entry != end; entry.increment(error)) {
         ++contents.entries;
+        contents.files += entry->is_directory(error) && !entry->is_symlink(error) ? 0 : 1;
         if (entry->is_regular_file(error) && !entry->is_symlink(error))
             contents.bytes += qint64(entry->file_size(error));
         error.clear();

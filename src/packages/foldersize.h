@@ -4,6 +4,7 @@
 
 struct FolderContents {
     int entries = 0; ///< files and folders, the outermost included
+    int files = 0;   ///< whatever is no folder
     qint64 bytes = 0;
 };
 

@@ -79,18 +79,19 @@ void forgetAppAt(const QString& path) {
     deleteAppRecord(gone.uuid.get());
 }
 
-void writeDescriptorName(const ZPK_App& app) {
+bool writeDescriptorName(const ZPK_App& app) {
     const QString path = hostPath(QString("%1/%2.cfg").arg(app.path, folderName(app)));
     const std::optional<QByteArray> text = readWholeFile(path);
     if (!text)
-        return;
+        return false;
     const QByteArray name = toBytes(app.name.trimmed());
     errno = 0;
-    if (!replaceFile(path, replaceKeyLine(*text, "Name", name))) {
-        const int reason = errno == 0 ? EACCES : errno;
-        printf("DEBUG:: Error writing cfg file (%s)\n", toBytes(phonePath(path)).constData());
-        showError(phonePath(path) + ": " + QString::fromLocal8Bit(strerror(reason)));
-    }
+    if (replaceFile(path, replaceKeyLine(*text, "Name", name)))
+        return true;
+    const int reason = errno == 0 ? EACCES : errno;
+    printf("DEBUG:: Error writing cfg file (%s)\n", toBytes(phonePath(path)).constData());
+    showError(phonePath(path) + ": " + QString::fromLocal8Bit(strerror(reason)));
+    return false;
 }
 
 } // namespace
@@ -119,30 +120,29 @@ bool moveApp(ZPK_App& app, bool quietOnSuccess) {
     return true;
 }
 
-void saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
+bool saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
     const QString name = folderName(app);
-    const QString target = hostPath(folder);
     const QString enter = QString("cd '%1';").arg(hostPath(appsFolder(app.location)));
-    const QString older = target + '/' + name + ".zpk";
+    const QString older = folder + '/' + name + ".zpk";
     // Without its folder the archiver would leave an empty package, or pack what has the same name
     // in the working directory.
     if (folder.isEmpty() || refuseWithoutFolder(app))
-        return;
+        return false;
     if (fitsInQuotes(older))
         runSystem(QString("rm -f '%1'").arg(older));
     const WorkGoal goal(WorkGoal::Reads, contentsOf(hostPath(app.path)).bytes);
     const QString unfinished = older + ".tmp";
     const bool isOurs = !exists(unfinished);
     WorkCancel cancel(WorkCancel::AtOnce);
-    runPathCommand(older, enter + ' ' + packCommand(older, name), quietOnSuccess,
-                   [&](int waitStatus) {
-                       if (!cancel.end() || waitStatus == 0)
-                           return outcomeOf(waitStatus);
-                       remove(toBytes(older).constData());
-                       if (isOurs)
-                           remove(toBytes(unfinished).constData());
-                       return Outcome::Cancelled;
-                   });
+    return runPathCommand(older, enter + ' ' + packCommand(older, name), quietOnSuccess,
+                          [&](int waitStatus) {
+                              if (!cancel.end() || waitStatus == 0)
+                                  return outcomeOf(waitStatus);
+                              remove(toBytes(older).constData());
+                              if (isOurs)
+                                  remove(toBytes(unfinished).constData());
+                              return Outcome::Cancelled;
+                          });
 }
 
 bool deleteApp(ZPK_App& app, bool quietOnSuccess) {
@@ -164,13 +164,14 @@ bool deleteApp(ZPK_App& app, bool quietOnSuccess) {
     return true;
 }
 
-void renameApp(ZPK_App& app, const QString& name) {
+bool renameApp(ZPK_App& app, const QString& name) {
     if (refuseWithoutFolder(app))
-        return;
+        return false;
     app.name = name;
-    writeDescriptorName(app);
+    const bool isWritten = writeDescriptorName(app);
     updateAppRecord(app.uuid.get(), app.name, app.path, app.location);
     if (app.registeredInMenu)
         updateAppInMenu(app);
     printf("DEBUG:: Rename APP to %s\n", toBytes(name).constData());
+    return isWritten;
 }

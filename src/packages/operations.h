@@ -15,9 +15,9 @@ bool refuseWithoutFolder(const ZPK_App& app);
 /// menu in line. False, with nothing changed, where that fails or the target folder exists already.
 bool moveApp(ZPK_App& app, bool quietOnSuccess);
 
-/// Packs `app` into the package FOLDERNAME.zpk in `folder` (of the phone), in place of an older
-/// one.
-void saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess);
+/// Packs `app` into the package FOLDERNAME.zpk in `folder` (of the machine), in place of an older
+/// one. False where that fails or is cancelled.
+bool saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess);
 
 /// Deletes the folder of `app`, its menu entry, its row in the database, and the record itself,
 /// which is gone from `AppMap` afterwards. False, with nothing changed, where the folder cannot be
@@ -25,5 +25,6 @@ void saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess);
 bool deleteApp(ZPK_App& app, bool quietOnSuccess);
 
 /// Gives `app` another display name: in the record, the database and the phone's menu as it is, in
-/// the descriptor without the blanks around it. The folder keeps its name.
-void renameApp(ZPK_App& app, const QString& name);
+/// the descriptor without the blanks around it. The folder keeps its name. False, with nothing
+/// changed, where the folder is not there; false also where the descriptor cannot be written.
+bool renameApp(ZPK_App& app, const QString& name);

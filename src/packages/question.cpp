@@ -52,10 +52,14 @@ Details detailsOf(const Package& package) {
     return details;
 }
 
+bool refuse(const QString& refusal) {
+    if (!refusal.isEmpty())
+        showError(refusal);
+    return !refusal.isEmpty();
+}
+
 bool refuse(const char* objection) {
-    if (objection)
-        showError(tr(objection));
-    return objection != nullptr;
+    return refuse(objection ? tr(objection) : QString());
 }
 
 /// The text that tells what the free space is enough for.
@@ -80,6 +84,17 @@ QList<Choice> choicesOf(const QList<Place>& places, const Package& package) {
 
 } // namespace
 
+QString refusalText(const Package& package, const QString& folder) {
+    for (const char* objection : {objectionTo(package), objectionThere(package, folder)}) {
+        if (objection)
+            return tr(objection);
+    }
+    if (!package.info || fits(*package.info, folder))
+        return QString();
+    return tr("POP_ERROR_SPACE_TEXT")
+        .arg(dataSize(bytesNeeded(*package.info, folder)), dataSize(*freeBytes(folder)));
+}
+
 bool askToInstall(const QString& title, const QString& text, const Package& package) {
     if (refuse(objectionTo(package)))
         return false;
@@ -100,11 +115,5 @@ std::optional<QString> askPlace(const Question& question, const QList<Place>& pl
     if (!chosen)
         return std::nullopt;
     const QString folder = places.value(*chosen, other).folder;
-    if (refuse(objectionThere(package, folder)))
-        return std::nullopt;
-    if (!package.info || fits(*package.info, folder))
-        return folder;
-    showError(tr("POP_ERROR_SPACE_TEXT")
-                  .arg(dataSize(bytesNeeded(*package.info, folder)), dataSize(*freeBytes(folder))));
-    return std::nullopt;
+    return refuse(refusalText(package, folder)) ? std::nullopt : std::optional(folder);
 }

@@ -22,6 +22,10 @@ struct Question {
     const char* text;
 };
 
+/// Why the package is not to be unpacked into `folder` (of the phone): what is against it, or that
+/// it does not fit; empty where nothing is.
+QString refusalText(const Package& package, const QString& folder);
+
 /// Whether to install the package, with all that is known of it. One that there is an objection to
 /// is refused.
 bool askToInstall(const QString& title, const QString& text, const Package& package);

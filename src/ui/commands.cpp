@@ -177,7 +177,7 @@ void zBaseGUI::cmd_SaveAs(ZPK_App* app, SAVE_LOCATION where) {
     const QString folders[] = {Path::phonePackages, Path::cardPackages, browserFolder()};
     const FolderGuard guard;
     showWorking(app->shownName());
-    saveApp(*app, folders[where], m_multiSelect);
+    saveApp(*app, hostPath(folders[where]), m_multiSelect);
     hideWorking();
 }
 

@@ -40,7 +40,7 @@ const std::pair<std::string_view, Operation> operations[] = {
     {"unregister", [](ZPK_App& app) { return unregisterAppFromMenu(app); }},
     {"rename", [](ZPK_App& app) { return renameApp(app, "New" + app.name.trimmed()), true; }},
     {"move", [](ZPK_App& app) { return moveApp(app, true) != isQuoted(app); }},
-    {"save", [](ZPK_App& app) { return saveApp(app, Path::phonePackages, true), true; }},
+    {"save", [](ZPK_App& app) { return saveApp(app, hostPath(Path::phonePackages), true), true; }},
     {"delete",
      [](ZPK_App& app) {
          const bool isLeft = isQuoted(app);

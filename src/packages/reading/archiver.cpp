@@ -31,3 +31,7 @@ QString packCommand(const QString& package, const QString& name) {
     return QString("%1 a -y '%2' '%3'").arg(ArchiverPath, package, asFileArgument(name)) +
            literalNameSwitch(name);
 }
+
+QString packExactlyCommand(const QString& package, const QString& name) {
+    return packCommand(package, name) + " -t7z -mmt=off -mtm=off";
+}

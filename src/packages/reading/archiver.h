@@ -13,3 +13,7 @@ QString testCommand(const QString& package);
 
 /// Packs the folder `name` of the working directory into `package`.
 QString packCommand(const QString& package, const QString& name);
+
+/// As `packCommand`, but the same files give the same package, whenever they were written and
+/// however many processors there are.
+QString packExactlyCommand(const QString& package, const QString& name);

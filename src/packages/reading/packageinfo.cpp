@@ -48,6 +48,11 @@ std::optional<QStringList> linkTargets(const QString& archiver, const QString& p
     return all && all->size() == start ? std::optional(targets) : std::nullopt;
 }
 
+/// Of the application in `folder`, in its package.
+QString descriptorName(const QString& folder) {
+    return folder + '/' + folder + ".cfg";
+}
+
 /// The folder that all entries lie in; empty where there is none.
 QString commonFolder(const QList<ArchiveEntry>& entries) {
     QString folder;
@@ -90,7 +95,7 @@ void readIcon(const QString& archiver, Package& package) {
 
 } // namespace
 
-std::optional<PackageInfo> readPackage(const QString& archiver, const QString& path) {
+std::optional<PackageInfo> readContents(const QString& archiver, const QString& path) {
     if (const int descriptor = openRegularFile(path); descriptor >= 0)
         close(descriptor);
     else
@@ -112,11 +117,18 @@ std::optional<PackageInfo> readPackage(const QString& archiver, const QString& p
     info.folders = foldersOf(entries);
     const QSet<QString> outermost = outermostFolders(info);
     info.isSafe = info.isSafe && std::none_of(outermost.begin(), outermost.end(), isNameOfAside);
-    const QString descriptor = info.folder + '/' + info.folder + ".cfg";
-    if (!info.isSafe || !holdsFile(entries, descriptor, largestDescriptor))
+    info.hasDescriptor =
+        info.isSafe && holdsFile(entries, descriptorName(info.folder), largestDescriptor);
+    return info;
+}
+
+std::optional<PackageInfo> readPackage(const QString& archiver, const QString& path) {
+    std::optional<PackageInfo> info = readContents(archiver, path);
+    if (!info || !info->hasDescriptor)
         return info;
-    if (const auto text = readFromArchive(archiver, path, {descriptor}, largestDescriptor))
-        info.app = parseDescriptor(*text);
+    const QString name = descriptorName(info->folder);
+    if (const auto text = readFromArchive(archiver, path, {name}, largestDescriptor))
+        info->app = parseDescriptor(*text);
     return info;
 }
 

@@ -14,15 +14,19 @@ struct PackageInfo {
     bool isSafe = false; ///< nothing of it can come to lie, or lead, outside its folder
     qint64 bytes = 0;    ///< unpacked, at most `largestSize`
     int files = 0;
-    QString folder;        ///< the one folder that it holds; empty where it holds others
-    QSet<QString> folders; ///< as `foldersOf` gives them
-    QStringList names;     ///< of the files, with the folders that they lie in
-    std::shared_ptr<const ZPK_App> app; ///< null where no descriptor is where it belongs
+    QString folder;             ///< the one folder that it holds; empty where it holds others
+    QSet<QString> folders;      ///< as `foldersOf` gives them
+    QStringList names;          ///< of the files, with the folders that they lie in
+    bool hasDescriptor = false; ///< one lies where it belongs
+    std::shared_ptr<const ZPK_App> app; ///< null where there is none, or it was not read
     QByteArray icon;                    ///< the icon's file; empty where it was not read
 };
 
-/// Reads the package at `path` (of the machine) with `archiver`, without unpacking anything; none
-/// where the archiver cannot tell. It blocks, and may run on any thread.
+/// Reads what the package at `path` (of the machine) holds with `archiver`, without unpacking
+/// anything; none where the archiver cannot tell. It blocks, and may run on any thread.
+std::optional<PackageInfo> readContents(const QString& archiver, const QString& path);
+
+/// As `readContents`, and its descriptor with it.
 std::optional<PackageInfo> readPackage(const QString& archiver, const QString& path);
 
 /// The version of the installed application of that folder name; none where there is none.

@@ -1,0 +1,61 @@
+#include "lock.h"
+
+#include "Bytes.h"
+#include "PhoneRoot.h"
+#include "paths.h"
+
+#include <QFile>
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+bool isHeldByAnother(int folder) {
+    return flock(folder, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
+QByteArray readSystemFile(const QString& path) {
+    QFile file(path);
+    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+bool lockPhone(int patience) {
+    constexpr int pause = 50; // ms
+    const QByteArray path = toBytes(hostPath(Path::systemFolder));
+    const int folder = open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0)
+        return true;
+    for (; isHeldByAnother(folder); patience -= pause) {
+        if (patience <= 0) {
+            close(folder);
+            return false;
+        }
+        usleep(pause * 1000);
+    }
+    return true; // the folder stays open, and with it the mark
+}
+
+QString phoneHolder() {
+    struct stat folder = {};
+    if (stat(toBytes(hostPath(Path::systemFolder)).constData(), &folder) != 0)
+        return QString();
+    // "1: FLOCK  ADVISORY  WRITE PROCESS MAJOR:MINOR:INODE 0 EOF"; the device may have another
+    // number there.
+    const QByteArray inode = ':' + QByteArray::number(qulonglong(folder.st_ino));
+    for (const QByteArray& line : readSystemFile("/proc/locks").split('\n')) {
+        const QList<QByteArray> words = line.simplified().split(' ');
+        if (words.size() < 6 || words.at(1) != "FLOCK" || !words.at(5).endsWith(inode))
+            continue;
+        const QString process = fromBytes(words.at(4));
+        const QString name = fromBytes(readSystemFile("/proc/" + process + "/comm").trimmed());
+        return QString("%1, process %2").arg(name.isEmpty() ? "?" : name, process);
+    }
+    return QString();
+}
