@@ -35,7 +35,7 @@ check_phones() {
     local phone=$repository/scripts/phone folder item
     start 1 env QUIVER_BUILD="$work" "$phone" new x
     has err 'build Quiver first'
-    start 0 env QUIVER_BUILD="$work" "$phone" new bare --bare --language ru
+    start 0 "$phone" new bare --bare --language ru
     [[ $(value bare/ezx_user/download/appwrite/setup/ezx_system.cfg LanguageType) == ru ]] ||
         complain 'the language'
     start 0 "$phone" new 'with card'

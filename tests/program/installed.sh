@@ -1,6 +1,6 @@
 #!/bin/bash
-# The installed command: whose phone it takes, how it makes one, what it hands to the program.
-# front_door.sh BUILD-FOLDER 7Z
+# The installed command: whose phone it takes, how it makes one, what it hands to the phone's own
+# program. installed.sh BUILD-FOLDER 7Z
 source "$(dirname "$(readlink -f "$0")")/lib.sh"
 
 cmake --install "$build" --prefix "$work/a place" >/dev/null
@@ -11,13 +11,11 @@ apps=ezxlocal/download/mystuff/quiver
 
 start 0 "$quiver" --help
 has out 'usage: quiver'
-start 2 "$quiver" --root
-has err 'needs a folder'
 [[ ! -e $HOME && ! -e $XDG_DATA_HOME ]] || complain 'a phone is made before it is needed'
 
 # Two at once, so that neither takes the other's phone away.
 LC_ALL=de_DE.UTF-8 "$quiver" list >first 2>&1 &
-LC_ALL=de_DE.UTF-8 "$quiver" list >second 2>&1 || complain "a first start: $(<second)"
+LC_ALL=de_DE.UTF-8 "$quiver" --list-apps-in-db >second 2>&1 || complain "a first start: $(<second)"
 wait $! || complain "the other first start: $(<first)"
 has second 'Parametro [1] = --list-apps-in-db'
 [[ $(ls "$XDG_DATA_HOME/quiver") == phone ]] || complain 'more than a phone is left'
@@ -34,18 +32,13 @@ answers=$'y\n1\n' start 0 "$quiver" 'a demo.ZPK'
 has out "APP_MENU_UUID : 'own'"
 diff -r Demo "$own/$apps/Demo" || complain 'the package is not on the own phone'
 
-# The window ends with the command that opened it.
-QUIVER_HEADLESS=1 QT_QPA_PLATFORM=offscreen "$quiver" list more >window 2>&1 &
-is_listed() { "$quiver" list | grep -aq 'AppName.*Demo'; }
-is_over() { ! pgrep -f "^$work/a place/lib/quiver/quiver " >/dev/null; }
-wait_for 30 is_listed || complain 'the window does not find the application'
-kill $! || complain "the window is closed: $(<window)"
+# The window has the phone until it ends, and ends with the command that opened it.
+QUIVER_HEADLESS=1 QT_QPA_PLATFORM=offscreen "$quiver" >window 2>&1 &
+is_open() { [[ $("$quiver" scan 2>&1) == *'another program has this phone: quiver'* ]]; }
+wait_for 30 is_open || complain 'the window does not open'
+[[ $("$quiver" list) == Demo* ]] || complain 'nothing can be read beside the window'
+kill $!
 wait $! || true
-wait_for 30 is_over || complain 'the window goes on'
-
-"$repository/scripts/phone" new "it's blank" --bare
-QUIVER_ROOT=$own start 0 "$quiver" --root "it's blank" list
-[[ -s "it's blank/ezxlocal/quiver/AppMan.db" ]] || complain '--root is not used'
-start 1 "$quiver" --root='not there' list
-has err "'not there' is not a folder"
+wait_for 30 "$quiver" scan >/dev/null || complain 'the window goes on'
+[[ -z $(find /tmp -maxdepth 2 -lname "$own" 2>/dev/null) ]] || complain 'links to the phone are left'
 passed

@@ -1,0 +1,84 @@
+#include "menu.h"
+
+#include "PhoneRoot.h"
+#include "ZConfig.h"
+#include "appregistry.h"
+#include "batch.h"
+#include "commands.h"
+#include "operations.h"
+#include "options.h"
+#include "output.h"
+#include "paths.h"
+#include "settings.h"
+
+#include <QJsonArray>
+
+namespace {
+
+QStringList menuItems() {
+    const ZConfig tree(hostPath(Path::userMenuTree), true);
+    return tree.readEntry(MenuUuid, "Items", QString()).split(';', Qt::SkipEmptyParts);
+}
+
+/// What the phone's files say, whatever the record does.
+bool isInMenu(const ZPK_App& app) {
+    const QString group = plainUuid(*app.uuid);
+    return menuItems().contains(group, Qt::CaseInsensitive) &&
+           ZConfig(hostPath(Path::installedDb), true).hasGroup(group);
+}
+
+bool setInMenu(ZPK_App& app, bool isWanted) {
+    if (app.registeredInMenu != isWanted) {
+        if (refuseWithoutFolder(app))
+            return false;
+        isWanted ? registerAppInMenu(app) : unregisterAppFromMenu(app);
+    }
+    return isInMenu(app) == isWanted && isAppInMenu(app.path, nullptr) == isWanted;
+}
+
+int changeMenu(const QStringList& names, bool isWanted) {
+    std::vector<Installed> apps = installedApps();
+    doToEach(
+        chooseApps(apps, names), [&](ZPK_App& app) { return setInMenu(app, isWanted); },
+        [&](const ZPK_App& app) {
+            return QString(isWanted ? "%1 is in the phone's menu."
+                                    : "%1 is out of the phone's menu.")
+                .arg(app.shownName().trimmed());
+        });
+    if (menuChanged)
+        remark("the phone shows it when its menu has started again");
+    return finish();
+}
+
+int listMenu() {
+    QJsonArray documents;
+    QList<QStringList> rows;
+    for (const QString& uuid : menuItems()) {
+        const AppRegistryEntry entry(uuid);
+        if (!entry.valid)
+            continue;
+        QJsonObject object;
+        object["uuid"] = uuid;
+        put(object, "name", entry.name);
+        put(object, "icon", entry.preferredIcon());
+        documents.append(object);
+        rows.append({entry.name, uuid});
+    }
+    if (Option::json)
+        printDocument({{"menu", documents}});
+    else
+        printTable({"NAME", "IDENTIFIER"}, rows);
+    return 0;
+}
+
+} // namespace
+
+int runMenu(const Call& call) {
+    if (call.arguments.isEmpty())
+        return listMenu();
+    const QString action = call.arguments.first();
+    const QStringList names = call.arguments.mid(1);
+    if ((action != u"add" && action != u"remove") || names.isEmpty())
+        return misuse("after menu comes add or remove with applications, or nothing");
+    return changeMenu(names, action == u"add");
+}

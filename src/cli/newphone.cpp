@@ -1,0 +1,97 @@
+#include "newphone.h"
+
+#include "Bytes.h"
+#include "ZConfig.h"
+#include "paths.h"
+
+#include <QFile>
+#include <QStandardPaths>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+
+#include <sys/stat.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const QStringList systemFolders = {"/etc", "/mmc", "/ezx_user/download/appwrite/am",
+                                   "/ezx_user/download/appwrite/setup",
+                                   "/ezxlocal/download/appwrite/am"};
+const QStringList phoneFolders = {Path::systemFolder, Path::phoneApps, Path::phoneSkins,
+                                  Path::phonePackages};
+const QStringList cardFolders = {Path::cardApps, Path::cardSkins, Path::cardPackages,
+                                 Path::cardMount + "/download", Path::extSkins};
+
+/// Of the session that made it, its umask may be closer.
+bool makeFolders(const QString& root, const QString& path) {
+    QString folder = root;
+    for (const QString& step : path.split('/', Qt::SkipEmptyParts)) {
+        folder += '/' + step;
+        const QByteArray bytes = toBytes(folder);
+        if (mkdir(bytes.constData(), 0755) == 0)
+            chmod(bytes.constData(), 0755);
+        else if (errno != EEXIST)
+            return false;
+    }
+    return true;
+}
+
+QByteArray templateOf(const QString& path) {
+    QFile file(":/phone" + path);
+    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool writeFile(const QString& root, const QString& path, const QByteArray& content) {
+    const QByteArray target = toBytes(root + path);
+    FILE* file = fopen(target.constData(), "we");
+    if (!file)
+        return false;
+    const bool isWritten =
+        fwrite(content.constData(), 1, content.size(), file) == size_t(content.size());
+    return fclose(file) == 0 && isWritten && chmod(target.constData(), 0644) == 0;
+}
+
+bool writeFiles(const QString& root, bool hasCard, const QString& language) {
+    IniText settings(templateOf(Path::platformSettings));
+    settings.writeEntry("SYS_SYSTEM_SET", "LanguageType", language);
+    IniText custom;
+    custom.writeEntry("UNPACK_TOOLS", "BIN_FULLPATH", machineArchiver());
+    const QByteArray card = hasCard ? templateOf(Path::mountTable + ".card") : QByteArray();
+    return writeFile(root, Path::mountTable, templateOf(Path::mountTable) + card) &&
+           writeFile(root, Path::installedDb, templateOf(Path::installedDb)) &&
+           writeFile(root, Path::userMenuTree, templateOf(Path::userMenuTree)) &&
+           writeFile(root, Path::platformSettings, settings.text()) &&
+           writeFile(root, Path::systemFolder + "/quiver.custom", custom.text());
+}
+
+bool fill(const QString& root, bool hasCard, const QString& language) {
+    for (const QString& folder :
+         systemFolders + phoneFolders + (hasCard ? cardFolders : QStringList())) {
+        if (!makeFolders(root, folder))
+            return false;
+    }
+    return makeFolders(root, "/tmp") && chmod(toBytes(root + "/tmp").constData(), 01777) == 0 &&
+           chmod(toBytes(root).constData(), 0755) == 0 && writeFiles(root, hasCard, language);
+}
+
+} // namespace
+
+QString machineArchiver() {
+    const QString archiver = QStandardPaths::findExecutable("7z");
+    return archiver.isEmpty() ? QStandardPaths::findExecutable("7zz") : archiver;
+}
+
+bool makePhone(const QString& root, bool hasCard, const QString& language, QString& error) {
+    QByteArray unfinished = toBytes(root) + ".XXXXXX";
+    if (mkdtemp(unfinished.data()) && fill(fromBytes(unfinished), hasCard, language) &&
+        rename(unfinished.constData(), toBytes(root).constData()) == 0)
+        return true;
+    error = QString("%1 cannot be made: %2").arg(root, QString::fromLocal8Bit(strerror(errno)));
+    std::error_code ignored;
+    fs::remove_all(unfinished.toStdString(), ignored);
+    return false;
+}
