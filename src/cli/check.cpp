@@ -1,5 +1,6 @@
 #include "checks/findings.h"
 #include "commands.h"
+#include "discovery.h"
 #include "options.h"
 #include "output.h"
 #include "terminal.h"
@@ -37,8 +38,8 @@ void printFindings(const Findings& findings) {
                 .arg(finding.subject, finding.text, "to mend it: " + finding.repair, finding.kind));
 }
 
-/// What is left of `findings`. What was mended may bring something else to light: a folder that is
-/// put aside leaves its row behind.
+/// What is left of `findings`. What was mended may bring something else to light: an entry that was
+/// for nothing is one for an application once the database is another.
 Findings mend(Findings findings) {
     constexpr int rounds = 5;
     for (int i = 0; i < rounds && !findings.isEmpty() && !isInterrupted(); ++i) {
@@ -46,6 +47,7 @@ Findings mend(Findings findings) {
             finding.mend();
         findings = findAll();
     }
+    findApps(); // another database has to learn of what is in no menu, too
     return findings;
 }
 

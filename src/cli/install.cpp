@@ -54,11 +54,6 @@ QList<Target> placesOf(const Package& package, const QList<Target>& choices) {
     return places.size() == 1 && !package.info->folder.isEmpty() ? places : choices;
 }
 
-struct Plan {
-    Package package;
-    QString folder;
-};
-
 /// Where the package goes; none, told, where that is not known.
 std::optional<QString> folderFor(const Package& package, const QString& wanted) {
     const QList<Target> choices = placesOf(package, choicesFor(package, wanted));
@@ -104,11 +99,8 @@ int runInstall(const Call& call) {
         plans.append({*package, *folder});
         lines.append(lineOf(plans.last()));
     }
-    if (!plans.isEmpty() &&
-        confirm(QString("Install %1?").arg(counted(int(plans.size()), "package")),
-                lines.join('\n'))) {
-        for (const Plan& plan : plans)
-            installPackage(plan.package, plan.folder);
-    }
+    const QString question = QString("Install %1?").arg(counted(int(plans.size()), "package"));
+    if (!plans.isEmpty() && confirm(question, lines.join('\n')))
+        installAll(plans);
     return finish();
 }

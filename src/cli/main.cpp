@@ -7,6 +7,7 @@
 #include "phone.h"
 #include "shell.h"
 #include "terminal.h"
+#include "upgrade.h"
 
 #include <cstdio>
 
@@ -26,14 +27,16 @@ int runOnPhone(const Command& command, const CommandLine& line) {
     const bool writes = command.access(line.call) == Access::Writes;
     if (!choosePhone(line.root) || (writes && !takePhone()))
         return 1;
-    if (writes)
-        startWork();
-    else
+    if (!writes)
         readPhone();
-    if (writes && command.run != runCheck && !isAppDbUsable()) {
+    else if (command.run != runCheck && !isAppDbUsable()) {
         tell("the phone's database cannot be used; see quiver help check");
         return 1;
     }
+    if (writes)
+        startWork();
+    if (writes && command.run != runCheck) // which asks before it mends
+        mendUpgrades();
     return command.run(line.call);
 }
 

@@ -1,13 +1,9 @@
-#include "Bytes.h"
-#include "PhoneRoot.h"
+#include "RegularFile.h"
 #include "commands.h"
 #include "newphone.h"
 #include "output.h"
-#include "phone.h"
 
-#include <cerrno>
-
-#include <sys/stat.h>
+#include <QDir>
 
 namespace {
 
@@ -23,9 +19,7 @@ bool isLanguage(const QString& code) {
 } // namespace
 
 int runNew(const Call& call) {
-    QString root = call.arguments.first();
-    while (root.size() > 1 && root.endsWith('/'))
-        root.chop(1);
+    const QString root = QDir::cleanPath(absolutePath(call.arguments.first()));
     const QString language = call.has("language") ? call.value("language") : "en";
     if (!isLanguage(language))
         return misuse("--language needs a code such as en or zh_CN");

@@ -13,6 +13,7 @@
 #include <filesystem>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -78,6 +79,23 @@ bool fill(const QString& root, bool hasCard, const QString& language) {
            chmod(toBytes(root).constData(), 0755) == 0 && writeFiles(root, hasCard, language);
 }
 
+/// Puts what was made in `from` into the place of `root`, or into that where it is an empty folder:
+/// somebody may be in it.
+bool putInPlace(const fs::path& from, const fs::path& root) {
+    std::error_code error;
+    if (!fs::is_directory(root, error))
+        return rename(from.c_str(), root.c_str()) == 0;
+    if (!fs::is_empty(root, error)) {
+        errno = error ? EACCES : ENOTEMPTY;
+        return false;
+    }
+    for (const fs::directory_entry& entry : fs::directory_iterator(from, error)) {
+        if (rename(entry.path().c_str(), (root / entry.path().filename()).c_str()) != 0)
+            return false;
+    }
+    return rmdir(from.c_str()) == 0;
+}
+
 } // namespace
 
 QString machineArchiver() {
@@ -88,7 +106,7 @@ QString machineArchiver() {
 bool makePhone(const QString& root, bool hasCard, const QString& language, QString& error) {
     QByteArray unfinished = toBytes(root) + ".XXXXXX";
     if (mkdtemp(unfinished.data()) && fill(fromBytes(unfinished), hasCard, language) &&
-        rename(unfinished.constData(), toBytes(root).constData()) == 0)
+        putInPlace(unfinished.toStdString(), toBytes(root).toStdString()))
         return true;
     error = QString("%1 cannot be made: %2").arg(root, QString::fromLocal8Bit(strerror(errno)));
     std::error_code ignored;

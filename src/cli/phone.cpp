@@ -10,7 +10,6 @@
 #include "output.h"
 #include "settings.h"
 #include "storage.h"
-#include "upgrade.h"
 
 #include <QDir>
 
@@ -216,7 +215,6 @@ bool takePhone() {
     loadPhone();
     srand(getpid()); // identifiers are drawn from it
     prepareStorage();
-    mendUpgrades();
     openAppDb();
     return true;
 }

@@ -50,7 +50,7 @@ void showProgress() {
         return;
     const WorkProgress progress = workProgress();
     QString line = printable(workTitle);
-    if (progress.total > 0)
+    if (progress.total > 1)
         line += QString(", %1 of %2").arg(progress.number).arg(progress.total);
     if (progress.fraction >= 0)
         line += QString(", %1 %").arg(int(progress.fraction * 100));

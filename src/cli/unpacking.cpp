@@ -62,6 +62,26 @@ void enter(const QString& folder, const QString& name) {
                            placeName(app->location)));
 }
 
+void install(const Package& package, const QString& folder) {
+    const QString name = fileName(package);
+    if (isInterrupted())
+        return fail(name, "cancelled");
+    if (const QString refusal = refusalText(package, folder); !refusal.isEmpty())
+        return fail(name, refusal);
+    showWorking(name);
+    const bool isUnpacked = unpack(package, folder, true);
+    if (isUnpacked && !isSkin(package))
+        makeExecutable(hostPath(folder + '/' + package.info->folder));
+    hideWorking();
+    const QString reason = takeFailure();
+    if (!isUnpacked)
+        fail(name, reason.isEmpty() ? "not done" : reason);
+    else if (isSkin(package))
+        succeed(name, QString("%1 is in %2.").arg(name, folder));
+    else
+        enter(folder, package.info->folder);
+}
+
 } // namespace
 
 bool isSkin(const Package& package) {
@@ -89,24 +109,15 @@ std::optional<Package> readForInstallation(const QString& path, bool withDescrip
     return std::nullopt;
 }
 
-void installPackage(const Package& package, const QString& folder) {
-    const QString name = fileName(package);
-    if (isInterrupted())
-        return fail(name, "cancelled");
-    if (const QString refusal = refusalText(package, folder); !refusal.isEmpty())
-        return fail(name, refusal);
-    showWorking(name);
-    const bool isUnpacked = unpack(package, folder, true);
-    if (isUnpacked && !isSkin(package))
-        makeExecutable(hostPath(folder + '/' + package.info->folder));
-    hideWorking();
-    const QString reason = takeFailure();
-    if (!isUnpacked)
-        fail(name, reason.isEmpty() ? "not done" : reason);
-    else if (isSkin(package))
-        succeed(name, QString("%1 is in %2.").arg(name, folder));
-    else
-        enter(folder, package.info->folder);
+void installAll(const QList<Plan>& plans) {
+    std::optional<WorkCancel> cancel;
+    if (plans.size() > 1)
+        cancel.emplace(WorkCancel::AfterPart);
+    int number = 0;
+    for (const Plan& plan : plans) {
+        const WorkPart part(++number, int(plans.size()));
+        install(plan.package, plan.folder);
+    }
 }
 
 void makeExecutable(const QString& path) {

@@ -2,6 +2,8 @@
 
 #include "packageinfo.h"
 
+#include <QList>
+
 /// Installing packages, for the commands that do it.
 
 /// The package at `path` (of the machine), without its icon and, where `withDescriptor` is false,
@@ -14,10 +16,15 @@ std::optional<Package> readForInstallation(const QString& path, bool withDescrip
 
 bool isSkin(const Package& package);
 
-/// Unpacks the package into `folder` (of the phone), where nothing is against it. An application is
-/// entered into the database, or what is known of the one that it replaces is brought in line. What
-/// was done, or why it was not, is told.
-void installPackage(const Package& package, const QString& folder);
+struct Plan {
+    Package package;
+    QString folder; ///< of the phone; the package is unpacked into it
+};
+
+/// Unpacks the packages where nothing is against it, until Ctrl-C. Applications are entered into
+/// the database, or what is known of those that they replace is brought in line. What was done, or
+/// why it was not, is told.
+void installAll(const QList<Plan>& plans);
 
 /// Makes the files in the folder at `path` (of the machine) executable, as far as the umask allows.
 void makeExecutable(const QString& path);

@@ -120,8 +120,10 @@ void install(const QList<Upgrading>& upgrades) {
         QString("Upgrade %1?").arg(counted(int(upgrades.size()), "application"));
     if (!confirm(question, lines.join('\n')))
         return;
+    QList<Plan> plans;
     for (const Upgrading& upgrade : upgrades)
-        installPackage(upgrade.package, appsFolder(upgrade.app->location));
+        plans.append({upgrade.package, appsFolder(upgrade.app->location)});
+    installAll(plans);
 }
 
 } // namespace

@@ -28,6 +28,15 @@ package() {
     rm -r "$2"
 }
 
+# completions WORD...: of the last one
+completions() {
+    source "$repository/packaging/completion.bash"
+    COMP_WORDS=(quiver "$@")
+    COMP_CWORD=$#
+    _quiver
+    printf '%s\n' "${COMPREPLY[@]}"
+}
+
 named() {
     sed -E "s|$work|WORK|g; s|$seven_zip|7Z|g; s/8e10aded-f8ee-[0-9a-f-]{22}/UUID/g
         s/, process [0-9]+/, process N/"
@@ -177,6 +186,14 @@ Name = Big Torch
 $ menu remove Dice
 Dice is out of the phone's menu.
 quiver: the phone shows it when its menu has started again
+$ ! completions --root root remove D
+Dice
+$ ! completions ins; completions install di; completions install --to ca; completions check --re
+install
+dice-1.zpk
+dice-2.zpk
+card
+--repair
 $ save Dice Torch2
 WORK/root/ezxlocal/download/mystuff/zpk_files/Dice.zpk
 WORK/root/ezxlocal/download/mystuff/zpk_files/Torch2.zpk
@@ -252,7 +269,7 @@ $ ! quiver --root nowhere list
 quiver: the phone's root 'nowhere' is not a folder
 ? 1
 $ ! quiver new root
-quiver: root cannot be made: Directory not empty
+quiver: WORK/root cannot be made: Directory not empty
 ? 1
 $ ! mkdir Lame && quiver pack Lame
 quiver: Lame: there is no Lame.cfg in it, so it is no application [descriptor-missing]

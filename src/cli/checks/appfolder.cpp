@@ -69,6 +69,15 @@ bool isExecutable(const QString& path) {
     return stat(toBytes(path).constData(), &info) == 0 && (info.st_mode & 0111) != 0;
 }
 
+/// What the system would start: every file of an installed application may be executable.
+bool isProgram(const QString& path) {
+    QByteArray start;
+    return isExecutable(path) && readRegularFile(path, anySize, start) == Reading::Whole &&
+           (start.startsWith("\x7F"
+                             "ELF") ||
+            start.startsWith("#!"));
+}
+
 /// The one program in the folder; empty where there is none, or a choice.
 QByteArray onlyProgram(const QString& path) {
     QByteArray program;
@@ -76,8 +85,7 @@ QByteArray onlyProgram(const QString& path) {
     for (const fs::directory_entry& entry :
          fs::directory_iterator(toBytes(path).toStdString(), error)) {
         const QByteArray name = QByteArray::fromStdString(entry.path().filename().string());
-        if (!entry.is_regular_file(error) || !isExecutable(fromBytes(entry.path().c_str())) ||
-            name.endsWith(".cfg"))
+        if (!isProgram(path + '/' + fromBytes(name)))
             continue;
         if (!program.isEmpty())
             return QByteArray();

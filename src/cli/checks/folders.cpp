@@ -39,13 +39,18 @@ void checkUpgrades(const QString& root, Findings& findings) {
     }
 }
 
+/// What lies there may be half a version, which goes when the old one comes back.
+bool isBeingUpgraded(const QString& root, const QString& name) {
+    return exists(fromBytes(asidePath(toBytes(hostPath(root)), toBytes(name), asideBefore)));
+}
+
 void checkAppsIn(const QString& root, Findings& findings) {
     const FolderGuard guard;
     if (!enterFolder(root))
         return;
     for (const QString& name : listDir(true, false, false, true)) {
         const QString path = root + '/' + name;
-        if (!name.startsWith('.'))
+        if (!name.startsWith('.') && !isBeingUpgraded(root, name))
             checkAppFolder(
                 hostPath(path), path, [path] { setAside(path); }, findings);
     }

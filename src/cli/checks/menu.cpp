@@ -131,19 +131,20 @@ void checkApp(const PhoneState& state, const AppRow& row, const QSet<QString>& i
     const QString group = plainUuid(uuid);
     const bool hasGroup = state.installed.hasGroup(group);
     const bool hasItem = items.contains(group);
+    const bool isItsOwn = state.installed.readEntry(group, "Directory", QString()) == row.path;
     if (row.links > 0 && !(hasGroup && hasItem))
         findings.append({"not-in-menu", row.path,
                          "the database has it in the phone's menu, where it is not",
                          "put it into the menu again", [app] { registerAnew(*app); }});
-    else if (row.links == 0 && hasGroup && hasItem)
+    else if (row.links == 0 && isItsOwn && hasItem)
         findings.append({"link-missing", row.path,
                          "it is in the phone's menu, and the database does not know",
                          "tell the database", [id = row.id] { addLink(id); }});
-    else if (row.links == 0 && hasGroup)
+    else if (row.links == 0 && isItsOwn)
         findings.append({"entry-without-item", row.path,
                          "the phone has an entry for it that no menu shows", "remove the entry",
                          [group] { removeEntry(group); }});
-    else if (hasGroup && !isUpToDate(state.installed, group, *app))
+    else if (row.links > 0 && !isUpToDate(state.installed, group, *app))
         findings.append({"menu-outdated", row.path,
                          "the phone's menu has another name, program, icon or place of it",
                          "bring the menu in line", [app] { updateAppInMenu(*app); }});
@@ -175,12 +176,13 @@ void checkEntry(const PhoneState& state, const QString& group, const QSet<QUuid>
          }});
 }
 
-/// Items of Quiver's own folder that stand for nothing.
-void checkStrayItems(const PhoneState& state, Findings& findings) {
+/// Items of Quiver's own folder that stand for nothing, in the phone's files or in the database.
+void checkStrayItems(const PhoneState& state, const QSet<QUuid>& known, Findings& findings) {
     AM_AppRegistry registry(nullptr, nullptr);
     registry.init();
     for (const QString& item : itemsOf(state.tree, MenuUuid).split(';', Qt::SkipEmptyParts)) {
-        if (!isUuid(item) || state.tree.hasGroup(item) || registry.getRegistryObject(item))
+        if (!isUuid(item) || known.contains(QUuid::fromString(item)) || state.tree.hasGroup(item) ||
+            registry.getRegistryObject(item))
             continue;
         findings.append({"item-without-application", item,
                          "the phone's menu has an item that stands for nothing", "remove the item",
@@ -200,5 +202,5 @@ void checkMenu(const PhoneState& state, Findings& findings) {
     }
     for (const QString& group : state.installed.groups())
         checkEntry(state, group, known, findings);
-    checkStrayItems(state, findings);
+    checkStrayItems(state, known, findings);
 }
