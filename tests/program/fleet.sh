@@ -5,7 +5,8 @@ source "$(dirname "$(readlink -f "$0")")/lib.sh"
 export QUIVER_ARCHIVER=$seven_zip PATH=$build/cli:$PATH
 memory=ezxlocal/download/mystuff
 apps=$memory/quiver
-card=mmc/mmca1
+card=mmc/mmca1 # named by the damages
+export card
 db=ezxlocal/quiver/AppMan.db
 am=ezxlocal/download/appwrite/am
 ours=7c3e90d2-51af-4b08-9e6d-2f41c8a0b7e5
