@@ -226,6 +226,7 @@ int startPhoneProgram(const QStringList& arguments) {
     for (const QString& argument : arguments)
         bytes.push_back(toBytes(argument));
     std::vector<char*> pointers;
+    pointers.reserve(bytes.size() + 1);
     for (QByteArray& argument : bytes)
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);
