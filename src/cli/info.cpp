@@ -104,9 +104,9 @@ int runInfo(const Call& call) {
         if (package.info)
             return tellPackage(package);
         fail(name, "this is no package, or a damaged one");
-        return 1;
+        return finish();
     }
     std::vector<Installed> apps = installedApps();
     const ZPK_App* app = chooseApp(apps, name);
-    return app ? tellApp(*app) : 1;
+    return app ? tellApp(*app) : finish();
 }

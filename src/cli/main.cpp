@@ -1,9 +1,11 @@
 #include "Bytes.h"
 #include "Environment.h"
+#include "PhoneRoot.h"
 #include "RegularFile.h"
 #include "commandline.h"
 #include "database.h"
 #include "output.h"
+#include "paths.h"
 #include "phone.h"
 #include "shell.h"
 #include "terminal.h"
@@ -29,9 +31,12 @@ int runOnPhone(const Command& command, const CommandLine& line) {
         return 1;
     if (!writes)
         readPhone();
-    else if (command.run != runCheck && !isAppDbUsable()) {
+    // A check finds out by itself.
+    if (command.run != runCheck && !isAppDbUsable() &&
+        (writes || exists(hostPath(Path::database)))) {
         tell("the phone's database cannot be used; see quiver help check");
-        return 1;
+        if (writes)
+            return 1;
     }
     if (writes)
         startWork();

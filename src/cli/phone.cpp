@@ -191,6 +191,10 @@ bool choosePhone(const QString& root) {
         tell(QString("the phone's root '%1' is not a folder").arg(chosen));
         return false;
     }
+    if (!isFolder(chosen + "/ezxlocal")) {
+        tell(QString("'%1' is no phone's root: there is no folder ezxlocal in it").arg(chosen));
+        return false;
+    }
     return leadToPhone(chosen);
 }
 

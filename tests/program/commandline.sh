@@ -268,6 +268,25 @@ quiver: not all could be written to the standard output
 $ ! quiver --root nowhere list
 quiver: the phone's root 'nowhere' is not a folder
 ? 1
+$ ! quiver --root Up list
+quiver: 'Up' is no phone's root: there is no folder ezxlocal in it
+? 1
+$ ! echo broken >$system/AppMan.db; quiver --root root info nothing --json
+quiver: the phone's database cannot be used; see quiver help check
+quiver: nothing: there is no such application
+{
+    "results": [
+        {
+            "done": false,
+            "reason": "there is no such application",
+            "subject": "nothing"
+        }
+    ]
+}
+? 1
+$ scan
+quiver: the phone's database cannot be used; see quiver help check
+? 1
 $ ! quiver new root
 quiver: WORK/root cannot be made: Directory not empty
 ? 1
