@@ -1,11 +1,10 @@
 #!/bin/bash
 # Broken tools and files, hostile names and refused roots in the real program: every run ends, says
 # what is wrong, and leaves alone what it has no business with.
-# hostile.sh BUILD-FOLDER 7Z DRIVER
+# hostile.sh BUILD-FOLDER 7Z
 [[ ! -w /dev/shm ]] || export TMPDIR=/dev/shm # where no file system has to be waited for
 source "$(dirname "$(readlink -f "$0")")/lib.sh"
 
-driver=$3
 apps=root/ezxlocal/download/mystuff/quiver
 db=root/ezxlocal/quiver/AppMan.db
 am=root/ezxlocal/download/appwrite/am
@@ -86,11 +85,39 @@ names=("'" '"' ' ' -rf -o.. @x '*' '[a]' '$(touch harm)' '`touch harm`' '\n' $'\
     ... '~' '%1 %s' '; touch harm;' $'\xff\xfe' $'\xed\xa0\x80' Игра $'e\u0301' $'\u202Egpj' '👩🏽‍🚀'
     "$(printf 'x%.0s' {1..242})" .cfg "it's *" $'-\n')
 
+# do_all STATUS PLACE COMMAND... -- OPTION...: to all applications, which lie there. Everything
+# agrees afterwards.
+do_all() {
+    local wanted=$1 place=$2 command=()
+    shift 2
+    while [[ $1 != -- ]]; do
+        command+=("$1")
+        shift
+    done
+    start "$wanted" "$build/cli/quiver" --yes "${command[@]}" "${names[@]/#/"$place/"}" "${@:2}"
+    start 0 "$build/cli/quiver" check
+}
+
+# Those with a single quote in their names stay where they are, and in the menu where they are in it.
+everything() {
+    local name at=/ezxlocal/download/mystuff/quiver
+    do_all 0 $at menu add --
+    do_all 1 $at save --
+    for name in "${names[@]}"; do
+        start 0 "$build/cli/quiver" rename "$at/$name" New
+    done
+    do_all 1 $at move -- --to card
+    do_all 1 /mmc/mmca1/quiver move -- --to phone
+    do_all 0 $at menu remove --
+    do_all 1 $at remove --
+}
+
 # Applications of any name are installed from packages of that name, and everything is done to them.
 check_names() {
     local name i packages=root/ezxlocal/download/mystuff/zpk_files
     mkdir -p made here $apps/Bystander
-    printf 'Name = Bystander\n' >$apps/Bystander/Bystander.cfg
+    printf 'Name = Bystander\nExec = run\n' >$apps/Bystander/Bystander.cfg
+    touch $apps/Bystander/run
     chmod +x $apps/Bystander/*
     remember
     for i in "${!names[@]}"; do
@@ -105,8 +132,7 @@ check_names() {
         diff -r "made/$name" "$apps/$name" || complain "what was installed of ${name@Q}"
         rm here/*.zpk 2>/dev/null || rm here/.*.zpk
     done
-    start 0 env -C here SEVEN_ZIP="$seven_zip" "$driver" everything
-    has err "${#names[@]} applications"
+    everything
     for name in "${names[@]}"; do
         if [[ $name == *\'* ]]; then
             remove "$apps/$name"

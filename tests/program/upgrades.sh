@@ -119,7 +119,7 @@ try old 'after the program was killed with its archiver' game.zpk restart
 archiver "exec $seven_zip \"\$@\""
 sweep "$quiver" x game.zpk
 export QUIVER_HEADLESS=1 QT_QPA_PLATFORM=offscreen SEVEN_ZIP=$seven_zip
-sweep "$driver" install game.zpk
+sweep "$driver" game.zpk
 unset QUIVER_HEADLESS QT_QPA_PLATFORM
 sweep_archiver signal=KILL
 sweep_archiver error=ENOSPC

@@ -92,7 +92,7 @@ QString asEntry(QString text) {
 
 bool isUpToDate(const ZConfig& installed, const QString& group, const ZPK_App& app) {
     const auto entry = [&](const char* key) { return installed.readEntry(group, key, QString()); };
-    return entry("Directory") == app.path && entry("Exec") == asEntry(app.exec) &&
+    return entry("Directory") == asEntry(app.path) && entry("Exec") == asEntry(app.exec) &&
            entry("Name") == asEntry(app.name) &&
            entry("Icon") == asEntry(app.path + '/' + app.icon);
 }
@@ -131,7 +131,8 @@ void checkApp(const PhoneState& state, const AppRow& row, const QSet<QString>& i
     const QString group = plainUuid(uuid);
     const bool hasGroup = state.installed.hasGroup(group);
     const bool hasItem = items.contains(group);
-    const bool isItsOwn = state.installed.readEntry(group, "Directory", QString()) == row.path;
+    const bool isItsOwn =
+        state.installed.readEntry(group, "Directory", QString()) == asEntry(row.path);
     if (row.links > 0 && !(hasGroup && hasItem))
         findings.append({"not-in-menu", row.path,
                          "the database has it in the phone's menu, where it is not",
