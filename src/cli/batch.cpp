@@ -27,9 +27,12 @@ void doToEach(const std::vector<ZPK_App*>& apps, const std::function<bool(ZPK_Ap
         const bool isDone = work(*app);
         hideWorking();
         const QString reason = takeFailure();
-        if (isDone)
-            succeed(name, line);
-        else
+        if (!isDone) {
             fail(name, reason.isEmpty() ? "not done" : reason);
+            continue;
+        }
+        succeed(name, line);
+        if (!reason.isEmpty())
+            tell(name + ": " + reason);
     }
 }

@@ -160,16 +160,15 @@ void showNotice(const QString& title, const QString& text, const QString&) {
     failure = title + ": " + text;
 }
 
-/// The archiver tells much before it comes to the error.
+/// The archiver tells much before it comes to the error, and its reason may stand a line below.
 void showFailure(const QString&, const QString& text) {
-    const QStringList lines = text.trimmed().split('\n');
-    for (const QString& line : lines) {
-        if (line.contains("error", Qt::CaseInsensitive)) {
-            failure = line.trimmed();
-            return;
-        }
-    }
-    failure = lines.size() > 1 ? lines.last().trimmed() : text.trimmed();
+    const QStringList lines = text.trimmed().split('\n', Qt::SkipEmptyParts);
+    qsizetype at = 0;
+    while (at < lines.size() && !lines.at(at).contains("error", Qt::CaseInsensitive))
+        ++at;
+    const bool isHeading = lines.value(at).trimmed().endsWith(':');
+    failure = at == lines.size() ? lines.value(at - 1).trimmed()
+                                 : lines.mid(at, isHeading ? 2 : 1).join(' ').trimmed();
 }
 
 void showWorking(const QString& title) {

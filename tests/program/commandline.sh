@@ -293,7 +293,7 @@ quiver: WORK/root cannot be made: Directory not empty
 $ ! mkdir Lame && quiver pack Lame
 quiver: Lame: there is no Lame.cfg in it, so it is no application [descriptor-missing]
 ? 1
-$ ! flock $system sleep 100 & sleep 0.5; quiver --root root scan; echo $?; kill $!
+$ ! flock $system sleep 100 & while flock -n $system true; do sleep 0.1; done; quiver --root root scan; echo $?; kill $!
 quiver: another program has this phone: flock, process N
 1
 END
