@@ -108,8 +108,6 @@ make_versions
 archiver "exec $seven_zip \"\$@\""
 try after 'undisturbed' game.zpk -
 try old 'with a damaged package' damaged.zpk -
-archiver "$seven_zip \"\$@\" >part; rm -r $apps/Game/run; kill -9 \$\$"
-try old 'after the archiver was killed' game.zpk -
 archiver "$seven_zip \"\$@\" >part; rm -r $apps/Game/run; exit 128"
 try old 'with the status 128' game.zpk -
 archiver "$seven_zip \"\$@\" >part; rm -r $apps/Game/run; pkill -9 -f '^$quiver x'; exit 0"

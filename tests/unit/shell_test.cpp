@@ -55,19 +55,6 @@ TEST(Shell, TheExitStatusDecides) {
     }
 }
 
-TEST(Shell, OutputComesInTheOrderInWhichItWasMade) {
-    const Phone phone;
-    Dialogs dialogs({pressing(Qt::Key_F1)});
-    EXPECT_EQ(outputOf([] {
-                  puts("before");
-                  runSystem("echo first");
-                  QString command = "echo second";
-                  runShellCommand(command, false);
-                  puts("after");
-              }),
-              "before\nfirst\n" + started("echo second", 0) + "second\nafter\n");
-}
-
 TEST(Shell, ALogOfAnotherIsNeitherShownNorTakenAway) {
     const Phone phone;
     const QByteArray log = phone.host(logFile);
