@@ -53,11 +53,12 @@ try() {
     is "$1" "$2, started anew"
 }
 
-# The program, killed at each call of its own that changes the storage, on whichever of its threads.
+# The program that COMMAND... starts, killed at each call of its own that changes the storage, on
+# whichever of its threads.
 sweep() {
     local calls call names=rename,unlink,unlinkat,rmdir,mkdir,syncfs
     install_old
-    printf %s "$answers" | strace -f -o calls -e trace=$names,execve "$quiver" x game.zpk >out 2>&1
+    printf %s "$answers" | strace -f -o calls -e trace=$names,execve "$@" >out 2>&1
     is after 'under a trace'
     # Those of the archiver, and of the shell before it, are not the program's.
     calls=$(awk '/execve\(/ { if (seen++) other[$1] } !($1 in other) && !/execve|resumed/ {
@@ -66,13 +67,13 @@ sweep() {
         install_old
         {
             printf %s "$answers" | strace -f -o /dev/null -e trace=$names \
-                -e inject="${call/:/:signal=KILL:}" "$quiver" x game.zpk >out || true
+                -e inject="${call/:/:signal=KILL:}" "$@" >out || true
         } 2>/dev/null
         start 0 "$quiver" --install
-        diff -r old "$apps" >/dev/null || is after "killed at $call"
+        diff -r old "$apps" >/dev/null || is after "killed at $call of $*"
     done
     [[ $(grep -c rename <<<"$calls") -ge 3 ]] || complain "too few calls were found: $calls"
-    printf 'killed at %d calls\n' "$(wc -w <<<"$calls")"
+    printf '%s: killed at %d calls\n' "${1##*/}" "$(wc -w <<<"$calls")"
 }
 
 # The archiver, at each call of its own that writes: FAULT happens to it, such as signal=KILL.
@@ -113,7 +114,8 @@ try old 'with the status 128' game.zpk -
 archiver "$seven_zip \"\$@\" >part; rm -r $apps/Game/run; pkill -9 -f '^$quiver x'; exit 0"
 try old 'after the program was killed with its archiver' game.zpk restart
 archiver "exec $seven_zip \"\$@\""
-sweep
+sweep "$quiver" x game.zpk
+sweep "$build/cli/quiver" --yes install --to phone game.zpk
 sweep_archiver signal=KILL
 sweep_archiver error=ENOSPC
 passed
