@@ -25,6 +25,9 @@ stop_home_screen() {
     exec {hold}>&-
     hold=
     wait "$keeper" || true
+    # Of other phones on this machine where the tour is not alone.
+    [[ ${QUIVER_TOUR-} != alone ]] || ! busybox pidof am flawplayer messaging ||
+        fail 1 'the home screen goes on without its keeper'
 }
 
 # Whether the home screen has shown the folder $1 with the entries $2..., and nothing else, since it

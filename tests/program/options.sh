@@ -4,13 +4,16 @@
 source "$(dirname "$(readlink -f "$0")")/lib.sh"
 
 first=0a1b2c3d-0000-4000-8000-000000000001
+second=0a1b2c3d-0000-4000-8000-000000000002
 am=ezxlocal/download/appwrite/am
 
 fill_phone() {
     printf '%s\n' "[$first]" 'Name = Игра 100%s' 'Type = 2' 'Icon = /a b.png' \
         >"root/$am/InstalledDB"
-    printf '[7c3e90d2-51af-4b08-9e6d-2f41c8a0b7e5]\nItems = ;;%s;%s\n' \
-        "$first" 0a1b2c3d-0000-4000-8000-00000000dead >"root/$am/UserMenuTree"
+    printf '%s\n' "[$second]" 'Name = Second' "[$first]" 'Name = hidden' \
+        >root/ezx_user/download/appwrite/am/BuiltInDB
+    printf '[7c3e90d2-51af-4b08-9e6d-2f41c8a0b7e5]\nItems = ;;%s;%s;%s\n' "$second" "$first" \
+        0a1b2c3d-0000-4000-8000-00000000dead >"root/$am/UserMenuTree"
     sqlite3 root/ezxlocal/quiver/AppMan.db "
         INSERT INTO AppReg VALUES(2, '{a}', CAST(x'436166e9' AS TEXT), '/ezxlocal/Кафе', 0, NULL);
         INSERT INTO AppReg VALUES(3, NULL, NULL, NULL, NULL, NULL);
@@ -31,7 +34,8 @@ action_of() {
     --install) echo 'DEBUG:: Installer Mode' ;;
     --list-apps-menu-registered)
         printf '%s\n' "DEBUG:: UID : $first" 'DEBUG:: List Applications registered in Menu' \
-            'DEBUG:: [List START]' $'\tAPP OBJECT{ Name: Игра 100%s, Type: 2, Icon: /a b.png}' \
+            'DEBUG:: [List START]' $'\tAPP OBJECT{ Name: Second, Type: 0, Icon: }' \
+            $'\tAPP OBJECT{ Name: Игра 100%s, Type: 2, Icon: /a b.png}' \
             'DEBUG:: [List END]'
         ;;
     --list-apps-in-db)

@@ -135,16 +135,3 @@ TEST(Database, EveryOperationDoesWhatItSays) {
                   (TableRows{{"1", "New's", "/n", "0"}}));
     });
 }
-
-TEST(Database, PathsKeepTheirBytesAndNamesBecomeLatin1) {
-    const Phone phone;
-    openNew(phone);
-    TableRows rows;
-    for (const QByteArray path : {"/a\xFF", "/a\xFE", "/\xD0\x98", "/\xC3\xA9", "/\xE9"}) {
-        outputOf([&] { EXPECT_FALSE(isAppKnown(fromBytes(path), nullptr)); });
-        addAppRecord(game, u"é И €"_s, fromBytes(path), 0);
-        outputOf([&] { EXPECT_TRUE(isAppKnown(fromBytes(path), nullptr)); });
-        rows.append({"\xE9 ? ?", path});
-    }
-    EXPECT_EQ(query("SELECT Name, PathName FROM AppReg ORDER BY id"), rows);
-}

@@ -1,10 +1,8 @@
 #include "dialogs.h"
 
 #include "ChoiceRow.h"
-#include "FlatButton.h"
 #include "Look.h"
 #include "RES_ICON_Reader.h"
-#include "SoftKeyBar.h"
 #include "ZLabel.h"
 #include "ZMessageDlg.h"
 #include "ZScreen.h"
@@ -39,14 +37,6 @@ std::optional<int> choose(const Action& action) {
     return chooseOne("Title", "Text", three);
 }
 
-FlatButton* buttonOf(const QWidget& parent, const QString& text) {
-    for (FlatButton* button : parent.findChildren<FlatButton*>(Qt::FindDirectChildrenOnly)) {
-        if (button->text() == text)
-            return button;
-    }
-    return nullptr;
-}
-
 QWidget* cardOf(const ZPopup& popup) {
     return popup.findChild<QScrollArea*>()->parentWidget();
 }
@@ -78,21 +68,6 @@ TEST(MessageDialog, EachKeyAnswersInItsWay) {
         EXPECT_EQ(answerTo(ZMessageDlg::Notice, pressed), notice) << key;
         EXPECT_EQ(answerTo(ZMessageDlg::Question, held), stays) << key;
     }
-}
-
-TEST(MessageDialog, TouchesAnswerOnButtonsAndSoftKeysOnly) {
-    for (const bool softKey : {false, true}) {
-        const auto touching = [softKey](const char* text) {
-            return [=](ZPopup& popup) {
-                touch(*buttonOf(softKey ? *popup.findChild<SoftKeyBar*>() : *cardOf(popup), text));
-            };
-        };
-        EXPECT_EQ(answerTo(ZMessageDlg::Question, touching("Yes")), 1);
-        EXPECT_EQ(answerTo(ZMessageDlg::Question, touching("No")), 0);
-    }
-    EXPECT_EQ(
-        answerTo(ZMessageDlg::Question, [](ZPopup& popup) { touch(*popup.findChild<ZLabel*>()); }),
-        stays);
 }
 
 TEST(MessageDialog, ALongTextScrollsByKeysAndAWideWordBreaks) {

@@ -7,7 +7,6 @@ namespace {
 
 const QByteArray installedDb = "/ezxlocal/download/appwrite/am/InstalledDB";
 const QByteArray builtInDb = "/ezx_user/download/appwrite/am/BuiltInDB";
-const QByteArray menuTree = "/ezxlocal/download/appwrite/am/UserMenuTree";
 
 const QByteArray a = "aaaaaaaa-0000-0000-0000-00000000000a";
 const QByteArray b = "bbbbbbbb-0000-0000-0000-00000000000b";
@@ -66,33 +65,4 @@ TEST(Registry, InstalledUuidsAreHeadersOfExactly38Characters) {
         EXPECT_EQ(found, QStringList("first") + uids);
     }
     EXPECT_EQ(readInstalledUIDs(phone.host("/missing"), {"first"}), QStringList("first"));
-}
-
-// One test, since the program keeps one registry for its whole run.
-TEST(Registry, IsLoadedOnceAndListedInTheOrderOfTheMenu) {
-    const Phone phone;
-    const QByteArray failed = "DEBUG:: Error Initializing AppRegistry Instance\n";
-    const QByteArray start = "DEBUG:: List Applications registered in Menu\n"
-                             "DEBUG:: [List START]\n";
-    const QByteArray end = "DEBUG:: [List END]\n";
-    phone.makeFile(menuTree, "[7c3e90d2-51af-4b08-9e6d-2f41c8a0b7e5]\nItems = ;;" + c + ";" + a +
-                                 ";unknown;;" + b.toUpper() + ";" + d + ";;\n");
-    EXPECT_EQ(outputOf([] { loadAppRegistry(false); }), failed);
-    EXPECT_EQ(outputOf(listAppsMenuRegistered), failed + start + end);
-
-    phone.makeFile(installedDb, group(c, "Name = Sea\nType = 2\nIcon = /c.png\nBigIcon = /C.png") +
-                                    group(QByteArray(36, '-'), "Name = no application") +
-                                    group(a, "Name = \xD0\x98\nType = 1\nBigIcon = /A.png"));
-    phone.makeFile(builtInDb, group(d, "Name = Dee") + group(b, "Name = Bee"));
-    const QByteArray listing = start +
-                               "\tAPP OBJECT{ Name: Sea, Type: 2, Icon: /c.png}\n"
-                               "\tAPP OBJECT{ Name: \xD0\x98, Type: 1, Icon: }\n"
-                               "\tAPP OBJECT{ Name: Dee, Type: 0, Icon: }\n" +
-                               end;
-    EXPECT_EQ(outputOf(listAppsMenuRegistered), "DEBUG:: UID : " + c +
-                                                    "\nDEBUG:: UID : " + QByteArray(36, '-') +
-                                                    "\nDEBUG:: UID : " + a + '\n' + listing);
-    phone.makeFile(installedDb, "");
-    EXPECT_EQ(outputOf([] { loadAppRegistry(false); }), "");
-    EXPECT_EQ(outputOf(listAppsMenuRegistered), listing);
 }
