@@ -57,24 +57,6 @@ protected:
                       Measure::rowIcon);
     }
 
-    QList<bool> enabledEntries() {
-        QList<bool> enabled;
-        for (int id = 0; id < window->getMainMenu()->count(); ++id)
-            enabled.append(window->getMainMenu()->isItemEnabled(id));
-        return enabled;
-    }
-
-    static QList<bool> entries(bool move, bool others, bool view) {
-        return {move, others, others, others, others, others, view, others, true, true};
-    }
-
-    QString notice() {
-        QStringList texts;
-        for (const DrawnText& drawn : drawnTexts(*apps().viewport()))
-            texts.append(drawn.text.simplified());
-        return texts.join(' ');
-    }
-
     /// Lookup and list agree, row for row.
     void expectLookup() {
         for (int index = 0; index < apps().count(); ++index) {
@@ -163,24 +145,6 @@ TEST_F(UiList, IconsThatCannotBeShownDoNoHarm) {
     hold(Key_Down, 30);
     ZScreen::instance().grab();
     EXPECT_EQ(apps().currentItem(), icons.size() - 1);
-}
-
-TEST_F(UiList, TheMenuFollowsWhatTheListHolds) {
-    openFilled();
-    EXPECT_EQ(enabledEntries(), entries(false, false, false));
-    EXPECT_EQ(notice(), "No applications yet Choose a package in the second tab to install one.");
-    expectLookup();
-    pressAll({Key_Return, Key_Down, Key_Up, Key_End});
-    EXPECT_EQ(apps().currentItem(), -1);
-
-    addApp(0, "Alpha");
-    chooseInMenu({RefreshEntry});
-    EXPECT_EQ(enabledEntries(), entries(false, true, true)); // nowhere to move it
-    EXPECT_EQ(notice(), "Alpha Author");
-    std::filesystem::remove_all(phone.host(phoneApps + "Alpha").toStdString());
-    chooseInMenu({RefreshEntry});
-    EXPECT_EQ(enabledEntries(), entries(false, false, false));
-    expectLookup();
 }
 
 TEST_F(UiList, OnlyRefreshLooksAtTheFoldersAgain) {

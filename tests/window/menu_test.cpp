@@ -179,31 +179,6 @@ TEST_F(UiMenu, FingersChooseAndCloseMenus) {
     EXPECT_EQ(place(), "none");
 }
 
-TEST_F(UiMenu, TheLeftKeyFollowsTheTab) {
-    addApp(0, "Alpha");
-    addApp(0, "Beta");
-    openFilled();
-    const auto* bar = window->tabWidget()->findChild<QTabBar*>();
-    const std::function<void()> ways[] = {[] { press(Key_Left); }, [] { hold(Key_Right, 5); },
-                                          [] { hold(Key_Left, 5); },
-                                          [&] { touch(*bar, bar->tabRect(1).center()); },
-                                          [&] { touch(*bar, bar->tabRect(0).center()); }};
-    int page = AppsPage;
-    for (const auto& way : ways) {
-        way();
-        SCOPED_TRACE(page);
-        EXPECT_EQ(window->tabWidget()->currentPageIndex(), page);
-        EXPECT_EQ(window->getSoftKey()->optMenu(),
-                  page == AppsPage ? window->getMainMenu() : window->getPackageMenu());
-        ZListBox& list = page == AppsPage ? apps() : files();
-        press(Key_Home);
-        const int before = list.currentItem();
-        press(Key_Down);
-        EXPECT_EQ(list.currentItem(), before + 1);
-        page = &way == &ways[0] || page == AppsPage ? PackagesPage : AppsPage;
-    }
-}
-
 TEST_F(UiMenu, SeveralApplicationsAreCheckedInMultiSelect) {
     insertCard();
     for (const char* name : {"Alpha", "Beta", "Gamma"})

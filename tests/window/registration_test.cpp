@@ -118,17 +118,6 @@ TEST_F(MenuEdits, TouchTheApplicationsOwnLinesOnly) {
     }
 }
 
-TEST_F(MenuEdits, KeepFlagAndDatabaseInStep) {
-    addAppRecord(QUuid::createUuid(), "Other", "/other", 0);
-    const char* links = "SELECT UUID FROM App_Menu JOIN AppReg ON id = app_id";
-    outputOf([&] { registerAppInMenu(app); });
-    EXPECT_TRUE(app.registeredInMenu);
-    EXPECT_EQ(query(links), TableRows{{'{' + uuid + '}'}});
-    outputOf([&] { unregisterAppFromMenu(app); });
-    EXPECT_FALSE(app.registeredInMenu);
-    EXPECT_EQ(query(links), TableRows());
-}
-
 TEST_F(MenuEdits, GoOnWhereAFileCannotBeWritten) {
     setFiles(others, others);
     chmod(phone.host(installed).constData(), 0444);
