@@ -34,7 +34,7 @@ completions() {
     COMP_WORDS=(quiver "$@")
     COMP_CWORD=$#
     _quiver
-    printf '%s\n' "${COMPREPLY[@]}"
+    printf '%s\n' "${COMPREPLY[@]}" | sort
 }
 
 named() {
