@@ -67,13 +67,10 @@ check_files() {
 }
 
 check_roots() {
-    local name
-    for name in 'a b' '$(id)'; do
-        mkdir -- "$name"
-        QUIVER_ROOT=$name start 1 "$quiver" --install
-        has err "quiver: QUIVER_ROOT '"
-        rmdir -- "$name" || complain "something in the folder $name"
-    done
+    mkdir 'a b'
+    QUIVER_ROOT='a b' start 1 "$quiver" --install
+    has err "quiver: QUIVER_ROOT '"
+    rmdir 'a b' || complain 'something in the folder'
     mkdir 'with blanks'
     mv root 'with blanks/телефон'
     ln -s 'with blanks/телефон' root

@@ -157,19 +157,6 @@ TEST(Popup, KeysAndFocusGoBackToWhatLiesBelow) {
     EXPECT_EQ(ZPopup::active(), nullptr);
 }
 
-TEST(Popup, PleaseWaitStaysAfterItWasPainted) {
-    for (int round = 0; round < 2; ++round) {
-        const QImage before = ZScreen::instance().grab().toImage();
-        showWorking("Title");
-        ASSERT_NE(ZPopup::shown(), nullptr);
-        EXPECT_EQ(messageOf(*ZPopup::shown()), "POP_PLEASEWAIT");
-        EXPECT_EQ(ZPopup::active(), nullptr);
-        EXPECT_NE(ZScreen::instance().grab().toImage(), before);
-        hideWorking();
-        EXPECT_EQ(ZPopup::shown(), nullptr);
-    }
-}
-
 TEST(Icons, EveryNameInTheSourcesHasAPictureAndOthersNone) {
     static const QRegularExpression name("\"(\\w+\\.(?:bmp|gif|png|g))\"");
     int names = 0;

@@ -84,22 +84,6 @@ TEST(PhoneRoot, ARootThatIsNoFolderOrThatTheShellWouldTakeApartIsRefused) {
     }
 }
 
-TEST(PhoneRoot, AnAcceptedRootIsAbsoluteAndHasATmp) {
-    const Phone phone;
-    for (const char* name : {"/plain", "/a-b_c.d+e,f=g:h@i%1", "/\xD0\x98"}) {
-        phone.makeFolder(name);
-        fs::current_path(phone.host().toStdString());
-        qputenv("QUIVER_ROOT", QByteArray(name).mid(1) + '/');
-        for (int twice = 0; twice < 2; ++twice) {
-            QString error;
-            EXPECT_TRUE(preparePhoneRoot(error)) << qPrintable(error);
-            EXPECT_EQ(qgetenv("QUIVER_ROOT"), phone.host(name));
-            EXPECT_EQ(modeOf(phone.host(name) + "/tmp"), 01777u);
-            fs::current_path("/");
-        }
-    }
-}
-
 TEST(PhoneRoot, TheGuardGoesBackToAFolderThatWasRenamedOrCannotBeRead) {
     const Phone phone;
     phone.makeFolder("/before");

@@ -51,13 +51,6 @@ protected:
         }
     }
 
-    QList<bool> checks() {
-        QList<bool> states;
-        for (int row = 0; row < apps().count(); ++row)
-            states.append(apps().item(row)->isChecked());
-        return states;
-    }
-
     /// What the event loop gives back after `action`; `stays` when it is still running a moment
     /// later.
     static int loopResult(const std::function<void()>& action, int patience) {
@@ -177,40 +170,6 @@ TEST_F(UiMenu, FingersChooseAndCloseMenus) {
     EXPECT_EQ(place(), "main 0");
     touch(*main.findChild<SoftKeyBar*>()->findChildren<FlatButton*>().at(1));
     EXPECT_EQ(place(), "none");
-}
-
-TEST_F(UiMenu, SeveralApplicationsAreCheckedInMultiSelect) {
-    insertCard();
-    for (const char* name : {"Alpha", "Beta", "Gamma"})
-        addApp(0, name);
-    openFilled();
-    chooseInMenu({MultiSelectEntry});
-    press(Key_Return);
-    touchRow(apps(), 2);
-    EXPECT_EQ(checks(), QList<bool>({true, false, true}));
-    hold(Key_Return, 9); // held, it toggles once
-    EXPECT_EQ(checks(), QList<bool>({true, false, false}));
-    expectPlaces({{{Key_F1, Key_Down, Key_Down}, "multi 3"}, {{Key_F1, Key_3}, "multi 0"}});
-    // The menu of the tab, not of the mode, comes with a change of tabs.
-    expectPlaces({{{Key_Right, Key_F1}, "package 1"}, {{Key_Left, Key_F1}, "main 0"}});
-    EXPECT_EQ(checks(), QList<bool>({true, false, false}));
-    chooseInMenu({MultiSelectEntry});
-    EXPECT_FALSE(apps().item(0)->isCheckable());
-}
-
-TEST_F(UiMenu, TheRightKeyLeavesModeThenProgram) {
-    addApp(0, "Alpha");
-    openFilled();
-    chooseInMenu({MultiSelectEntry});
-    EXPECT_TRUE(isKeptBy([] { press(Key_F2); }));
-    EXPECT_EQ(softKeys(), closed);
-    EXPECT_TRUE(isKeptBy([] { pressAll({Key_Escape, Key_Backspace, Key_F1, Key_F2}); }));
-    EXPECT_EQ(place(), "none");
-    QByteArray output;
-    EXPECT_TRUE(isLeftBy([&] { output = outputOf([] { press(Key_F2); }); }));
-    EXPECT_EQ(output, "DEBUG:: SoftKey Quit\n");
-    EXPECT_TRUE(
-        isLeftBy([this] { touch(*window->getSoftKey()->findChildren<FlatButton*>().at(1)); }));
 }
 
 TEST_F(UiMenu, ClosingTheWindowClosesWhatLiesOnTop) {
