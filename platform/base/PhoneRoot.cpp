@@ -54,6 +54,8 @@ bool isSameFolder(const QString& first, const QString& second) {
            a.st_ino == b.st_ino;
 }
 
+} // namespace
+
 bool isPlainForShell(const QByteArray& path) {
     for (const char c : path) {
         const uchar byte = static_cast<uchar>(c);
@@ -62,8 +64,6 @@ bool isPlainForShell(const QByteArray& path) {
     }
     return true;
 }
-
-} // namespace
 
 bool preparePhoneRoot(QString& error) {
     QString root = phoneRoot();

@@ -6,6 +6,9 @@
 /// program a path is always the phone's own; these functions translate where the operating system
 /// is called. Without the variable (on a phone) both forms are the same.
 
+/// True for a path that a shell command can hold without quotes.
+bool isPlainForShell(const QByteArray& path);
+
 /// Checks QUIVER_ROOT, makes it absolute and gives it the "/tmp" that the phone's programs write
 /// to. False, with the reason in `error`, where the folder does not exist or its path holds a
 /// character that a shell command line would take apart. True when the variable is unset or empty.

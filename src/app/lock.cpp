@@ -2,9 +2,10 @@
 
 #include "Bytes.h"
 #include "PhoneRoot.h"
+#include "RegularFile.h"
 #include "paths.h"
 
-#include <QFile>
+#include <QList>
 
 #include <cerrno>
 
@@ -19,9 +20,10 @@ bool isHeldByAnother(int folder) {
     return flock(folder, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 
-QByteArray readSystemFile(const QString& path) {
-    QFile file(path);
-    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+QByteArray contentOf(const QString& path) {
+    QByteArray content;
+    readRegularFile(path, anySize, content);
+    return content;
 }
 
 } // namespace
@@ -49,12 +51,12 @@ QString phoneHolder() {
     // "1: FLOCK  ADVISORY  WRITE PROCESS MAJOR:MINOR:INODE 0 EOF"; the device may have another
     // number there.
     const QByteArray inode = ':' + QByteArray::number(qulonglong(folder.st_ino));
-    for (const QByteArray& line : readSystemFile("/proc/locks").split('\n')) {
+    for (const QByteArray& line : contentOf("/proc/locks").split('\n')) {
         const QList<QByteArray> words = line.simplified().split(' ');
         if (words.size() < 6 || words.at(1) != "FLOCK" || !words.at(5).endsWith(inode))
             continue;
         const QString process = fromBytes(words.at(4));
-        const QString name = fromBytes(readSystemFile("/proc/" + process + "/comm").trimmed());
+        const QString name = fromBytes(contentOf("/proc/" + process + "/comm").trimmed());
         return QString("%1, process %2").arg(name.isEmpty() ? "?" : name, process);
     }
     return QString();

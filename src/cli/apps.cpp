@@ -1,6 +1,5 @@
 #include "apps.h"
 
-#include "Bytes.h"
 #include "PhoneRoot.h"
 #include "RegularFile.h"
 #include "appregistry.h"

@@ -58,9 +58,8 @@ int main(int argc, char** argv) {
         puts("quiver " QUIVER_VERSION);
         return 0;
     }
-    if (!line.error.isEmpty()) {
+    if (!line.error.isEmpty())
         return misuse(line.error + "; see quiver help");
-    }
     if (!line.command)
         return startProgram(line);
     keepOutputForResults();

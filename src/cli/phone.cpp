@@ -3,6 +3,7 @@
 #include "Bytes.h"
 #include "PhoneRoot.h"
 #include "RegularFile.h"
+#include "browser.h"
 #include "database.h"
 #include "language.h"
 #include "lock.h"
@@ -21,7 +22,6 @@
 #include <vector>
 
 #include <sys/prctl.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -35,11 +35,6 @@ QString programFolder() {
 
 QString phoneProgram() {
     return realPath(programFolder() + "/../bin/quiver");
-}
-
-bool isFolder(const QString& path) {
-    struct stat info = {};
-    return stat(toBytes(path).constData(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
 /// The language of the session, where there are texts in it.
@@ -65,7 +60,7 @@ QString ownRoot() {
 bool makeOwnPhone(const QString& root) {
     QDir().mkpath(root.left(root.lastIndexOf('/')));
     QString error;
-    if (makePhone(root, false, sessionLanguage(), error) || isFolder(root))
+    if (makePhone(root, false, sessionLanguage(), error) || isFolderEntry(root))
         return true; // another first start may have been faster
     tell(error);
     return false;
@@ -98,14 +93,6 @@ private:
 };
 
 PhoneLink phoneLink;
-
-bool isPlainForShell(const QByteArray& path) {
-    for (const char c : path) {
-        if (!isalnum(static_cast<uchar>(c)) && !strchr("/._,+=:@%-", c))
-            return false;
-    }
-    return true;
-}
 
 bool leadToPhone(const QString& root) {
     const QByteArray path = toBytes(absolutePath(root));
@@ -180,18 +167,18 @@ int runProgram(char* const* arguments) {
 
 bool choosePhone(const QString& root) {
     QString chosen = root.isEmpty() ? fromBytes(qgetenv("QUIVER_ROOT")) : root;
-    if (chosen.isEmpty() && !isFolder("/ezxlocal/download")) {
+    if (chosen.isEmpty() && !isFolderEntry("/ezxlocal/download")) {
         chosen = ownRoot();
-        if (!isFolder(chosen) && !makeOwnPhone(chosen))
+        if (!isFolderEntry(chosen) && !makeOwnPhone(chosen))
             return false;
     }
     if (chosen.isEmpty())
         return true;
-    if (!isFolder(chosen)) {
+    if (!isFolderEntry(chosen)) {
         tell(QString("the phone's root '%1' is not a folder").arg(chosen));
         return false;
     }
-    if (!isFolder(chosen + "/ezxlocal")) {
+    if (!isFolderEntry(chosen + "/ezxlocal")) {
         tell(QString("'%1' is no phone's root: there is no folder ezxlocal in it").arg(chosen));
         return false;
     }

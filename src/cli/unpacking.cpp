@@ -21,6 +21,7 @@
 #include "terminal.h"
 #include "unpack.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -43,6 +44,14 @@ QString flawOf(const Package& package) {
         return QString("holds no application: there is no %1/%1.cfg in it")
             .arg(package.info->folder.isEmpty() ? "NAME" : package.info->folder);
     return QString();
+}
+
+/// All that the package holds is there. An archiver that was killed counts as one that succeeded.
+bool isWhole(const PackageInfo& info, const QString& folder) {
+    return std::all_of(info.names.begin(), info.names.end(), [&](const QString& name) {
+        struct stat found = {};
+        return lstat(toBytes(hostPath(folder + '/' + name)).constData(), &found) == 0;
+    });
 }
 
 /// The application that has come into `folder` (of the phone).
@@ -74,8 +83,8 @@ void install(const Package& package, const QString& folder) {
         makeExecutable(hostPath(folder + '/' + package.info->folder));
     hideWorking();
     const QString reason = takeFailure();
-    if (!isUnpacked)
-        fail(name, reason.isEmpty() ? "not done" : reason);
+    if (!isUnpacked || !isWhole(*package.info, folder))
+        fail(name, reason.isEmpty() ? "not all of it could be unpacked" : reason);
     else if (isSkin(package))
         succeed(name, QString("%1 is in %2.").arg(name, folder));
     else
