@@ -287,6 +287,8 @@ quiver: nothing: there is no such application
 $ scan
 quiver: the phone's database cannot be used; see quiver help check
 ? 1
+$ ! rm -r $system && quiver --root root scan
+2 applications, 2 of them new
 $ ! quiver new root
 quiver: WORK/root cannot be made: Directory not empty
 ? 1
