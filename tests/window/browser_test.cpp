@@ -14,6 +14,7 @@
 #include "packageinfo.h"
 #include "paths.h"
 #include "question.h"
+#include "settings.h"
 
 #include <QTest>
 
@@ -266,6 +267,23 @@ TEST_F(UiBrowser, MarksTellTheVersionBesideTheName) {
                 << qPrintable(other.text) << " and " << qPrintable(mark.text);
     }
     EXPECT_EQ(found, 3);
+}
+
+TEST_F(UiBrowser, AMarkOfTheFolderBeforeDoesNotComeUp) {
+    insertCard();
+    addApp(0, "Game", "Ann\nVersion = 2.0");
+    phone.makeFolder("/mmc/mmca1/before");
+    addPackage("/mmc/mmca1/before/game.zpk", "Game");
+    phone.makeFile("/mmc/mmca1/now/game.zpk", "no archive");
+    phone.makeFile("/slow", "#!/bin/sh\n: > \"$0.runs\"; sleep 0.2; exec " SEVEN_ZIP " \"$@\"\n");
+    chmod(phone.host("/slow"), 0755);
+    openBrowser();
+    ArchiverPath = phone.host("/slow");
+    enter("/mmc/mmca1/before");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return exists(phone.host("/slow.runs")); }));
+    enter("/mmc/mmca1/now");
+    QTest::qWait(1000); // it is read by now
+    EXPECT_EQ(files().item(rowNamed("game.zpk"))->subItems(1).first().badge, "");
 }
 
 TEST_F(UiBrowser, APackageThatChangesMeanwhileIsNotInstalled) {

@@ -1,6 +1,5 @@
 #include "window_support.h"
 
-#include "PhoneRoot.h"
 #include "RES_ICON_Reader.h"
 #include "ZListBox.h"
 #include "ZOptionsMenu.h"
@@ -9,7 +8,6 @@
 #include "discovery.h"
 
 #include <QImage>
-#include <QSignalSpy>
 #include <QTest>
 
 #include <filesystem>
@@ -145,25 +143,6 @@ TEST_F(UiList, IconsThatCannotBeShownDoNoHarm) {
     hold(Key_Down, 30);
     ZScreen::instance().grab();
     EXPECT_EQ(apps().currentItem(), icons.size() - 1);
-}
-
-TEST_F(UiList, OnlyRefreshLooksAtTheFoldersAgain) {
-    insertCard();
-    addApp(1, "Gamma");
-    openFilled();
-    QSignalSpy titles(window.get(), &QWidget::windowTitleChanged);
-    addApp(0, "Alpha");
-    chooseInMenu({ViewEntry, OnlyRegisteredEntry});
-    chooseInMenu({ViewEntry, OnlyRegisteredEntry});
-    EXPECT_EQ(names(apps()), QStringList({"Gamma"}));
-    titles.clear();
-    chooseInMenu({RefreshEntry});
-    QStringList texts;
-    for (const QList<QVariant>& arguments : titles)
-        texts.append(arguments.at(0).toString());
-    EXPECT_EQ(texts, QStringList({"Loading…", "Refreshing…", "Quiver"}));
-    EXPECT_EQ(names(apps()), QStringList({"Alpha", "Gamma"}));
-    EXPECT_EQ(currentFolder(), "/mmc/mmca1"); // the browser's
 }
 
 TEST_F(UiList, ARowIsChosenOnce) {
