@@ -1,6 +1,8 @@
 #include "ZLineEdit.h"
 
+#include "KeypadInput.h"
 #include "Look.h"
+#include "PhoneSettings.h"
 
 #include <QPainter>
 #include <QValidator>
@@ -41,6 +43,11 @@ ZLineEdit::ZLineEdit(const QString& text, QWidget* parent, int) : QLineEdit(text
     inks.setColor(QPalette::Highlight, colours().focus);
     inks.setColor(QPalette::HighlightedText, colours().focusText);
     setPalette(inks);
+    if (!hasKeypad())
+        return;
+    m_keypad = new KeypadInput(this);
+    const int modeWidth = fontMetrics().horizontalAdvance("ABC");
+    setTextMargins(margin, 0, 2 * margin + modeWidth, 0);
 }
 
 void ZLineEdit::setMaxBytes(int bytes) {
@@ -70,6 +77,11 @@ void ZLineEdit::paintEvent(QPaintEvent* event) {
     painter.setPen(QPen(isFull() ? colours().accent : frame, 2));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(rect().adjusted(1, 1, -1, -1), Measure::grid, Measure::grid);
+    if (m_keypad) {
+        painter.setPen(colours().secondaryText);
+        painter.drawText(rect().adjusted(0, 0, -2 * Measure::grid, 0),
+                         Qt::AlignRight | Qt::AlignVCenter, m_keypad->mode());
+    }
     painter.end();
     QLineEdit::paintEvent(event);
 }

@@ -2,7 +2,10 @@
 
 #include <QLineEdit>
 
-/// A line of text to be edited, in the phone's look.
+class KeypadInput;
+
+/// A line of text to be edited, in the phone's look. Where the phone has a keypad, letters are
+/// typed by its digits.
 class ZLineEdit : public QLineEdit {
     Q_OBJECT
 
@@ -23,4 +26,5 @@ private:
     bool isFull() const;
 
     int m_maxBytes = 0; ///< 0 where there is no limit
+    KeypadInput* m_keypad = nullptr;
 };

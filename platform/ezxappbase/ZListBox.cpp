@@ -1,8 +1,10 @@
 #include "ZListBox.h"
 
+#include "Keypad.h"
 #include "ListHeader.h"
 #include "ListRowDelegate.h"
 #include "Look.h"
+#include "PhoneSettings.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -210,8 +212,28 @@ void ZListBox::keyPressEvent(QKeyEvent* event) {
         return;
     default:
         // Soft keys and tabs belong to the window around the list.
-        event->ignore();
+        if (!jumpByLetter(*event))
+            event->ignore();
     }
+}
+
+/// To the next row whose name begins with what was typed: a letter or, on a keypad, one of those of
+/// its key.
+bool ZListBox::jumpByLetter(const QKeyEvent& event) {
+    const int digit = digitOf(event.key());
+    const QString letters = digit >= 0 && hasKeypad() ? lettersOf(digit) : event.text();
+    if (letters.isEmpty() || !letters.at(0).isPrint() || (event.modifiers() & Qt::ControlModifier))
+        return false;
+    for (int i = 1; i <= count(); ++i) {
+        const int row = (qMax(0, currentItem()) + i) % count();
+        const QString name = item(row)->subItemText(textColumn());
+        if (!name.isEmpty() && item(row)->isEnabled() &&
+            letters.contains(name.at(0), Qt::CaseInsensitive)) {
+            setCurrentItem(row);
+            return true;
+        }
+    }
+    return true;
 }
 
 void ZListBox::mousePressEvent(QMouseEvent* event) {

@@ -61,6 +61,7 @@ protected:
 private:
     void choose(const QModelIndex& index);
     bool moveHighlight(QKeyEvent* event);
+    bool jumpByLetter(const QKeyEvent& event);
     int nextEnabled(int from, int step) const;
     void scrollName();
     void startNameScroll();

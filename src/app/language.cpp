@@ -47,8 +47,7 @@ public:
 } // namespace
 
 bool selectLanguageFile(const QString& folder) {
-    const ZConfig settings(hostPath(Path::platformSettings), true);
-    const QString code = settings.readEntry("SYS_SYSTEM_SET", "LanguageType", englishCode);
+    const QString code = phoneSetting("LanguageType", englishCode);
     printf("DEBUG:: Current LanguageType : '%s'\n", toBytes(code).constData());
     if (openCandidate(folder, code))
         return true;

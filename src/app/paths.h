@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AM_Files.h"
+#include "PhoneSettings.h"
 
 #include <QString>
 
@@ -9,7 +10,7 @@ namespace Path {
 
 inline const QString mountTable = "/etc/mtab";
 inline const QString commandLog = "/tmp/quiver_exec.log";
-inline const QString platformSettings = "/ezx_user/download/appwrite/setup/ezx_system.cfg";
+inline const QString platformSettings = phoneSettingsFile;
 inline const QString installedDb = installedDbFile;
 inline const QString userMenuTree = "/ezxlocal/download/appwrite/am/UserMenuTree";
 

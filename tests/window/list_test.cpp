@@ -84,6 +84,11 @@ TEST_F(UiList, RowsTellNamePlaceAuthorAndMenu) {
     EXPECT_EQ(row(1), QStringList({"Zeta", onPhone, "Zoë", "none"}));
     EXPECT_EQ(row(2), QStringList({"alpha", onPhone, "A. Author", "none"}));
     expectLookup();
+    for (const auto& [key, current] :
+         Rows<int, int>{{Key_A, 2}, {Key_Z, 1}, {Key_X, 1}, {Key_B, 0}}) {
+        press(key);
+        EXPECT_EQ(apps().currentItem(), current) << key;
+    }
 }
 
 TEST_F(UiList, IconsThatCannotBeShownDoNoHarm) {
