@@ -98,6 +98,11 @@ CommandLine readCommandLine(const QStringList& arguments) {
     const QString first = arguments.value(own);
     const QStringList rest = arguments.mid(own);
     line.command = first == u"--help" || first == u"-h" ? findCommand("help") : findCommand(first);
+    if (line.command && rest.mid(1).contains("--help")) {
+        line.command = findCommand("help");
+        line.call.arguments = {first};
+        return line;
+    }
     if (line.command) {
         parse(arguments.mid(0, own) + arguments.mid(own + 1), line);
         if (line.error.isEmpty())

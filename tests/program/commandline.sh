@@ -241,6 +241,11 @@ $ check
 /ezxlocal/download/mystuff/quiver/Torch2: the phone's menu has another name, program, icon or place of it
     to mend it: bring the menu in line [menu-outdated]
 ? 1
+$ move --help
+usage: quiver move APP... --to PLACE
+
+moves them to the phone or the card
+  --to phone|card                    where to
 $ list --color
 quiver: Unknown option 'color'; see quiver help
 ? 2
