@@ -199,3 +199,20 @@ TEST_F(UiList, AHeldKeyHurriesAndStopsAtTheEnd) {
     press(Key_PageDown); // a row less than fits, so that nothing between two pages is left out
     EXPECT_EQ(apps().currentItem(), apps().viewport()->height() / row.height() - 1);
 }
+
+TEST_F(UiList, ALongNameMovesAndTheNextOneStartsAtItsBeginning) {
+    for (const char letter : {'A', 'B'})
+        addApp(0, QByteArray(60, letter));
+    openFilled();
+    const auto left = [this](char letter) {
+        for (const DrawnText& drawn : drawnTexts(*apps().viewport())) {
+            if (drawn.text.startsWith(QChar(letter)))
+                return drawn.place.left();
+        }
+        return 0.0;
+    };
+    const qreal start = left('A');
+    EXPECT_TRUE(QTest::qWaitFor([&] { return left('A') < start - 30; }));
+    press(Key_Down);
+    EXPECT_NEAR(left('B'), start, 5);
+}
