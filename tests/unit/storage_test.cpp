@@ -62,14 +62,3 @@ TEST(Storage, EachFolderIsMadeWithTheModeOfThePhonesInUse) {
             EXPECT_EQ(modeOf(phone.host(folder)), hasCard ? 01411u : 0u) << folder.constData();
     }
 }
-
-TEST(Storage, AFolderThatCannotBeMadeIsOnlyReported) {
-    const Phone phone;
-    phone.makeFolder("/ezxlocal/download/mystuff");
-    phone.makeFile("/ezxlocal/quiver", "a file in the folder's place");
-    EXPECT_TRUE(outputOf(prepareStorage)
-                    .endsWith(trying(phoneFolders[1]) + trying(phoneFolders[2]) +
-                              "DEBUG:: [ERROR] : Directory creation Failed.\n"
-                              "DEBUG:: Application Sys Files Directory creation Failed\n"));
-    EXPECT_TRUE(exists(phone.host(phoneFolders[1])));
-}
