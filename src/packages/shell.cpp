@@ -1,7 +1,6 @@
 #include "shell.h"
 
 #include "Bytes.h"
-#include "Environment.h"
 #include "PhoneRoot.h"
 #include "Waiting.h"
 #include "dialogs.h"
@@ -14,9 +13,7 @@
 #include <memory>
 
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -48,27 +45,6 @@ private:
 
 /// Set by an `ErrorSubject`, since what shows an error, deep in the calls, knows of no batch.
 QString errorSubject;
-
-/// As the C library's `system`, in the environment that the program was given.
-int systemAsGiven(const char* command) {
-    QByteArray line = command;
-    char shell[] = "sh";
-    char option[] = "-c";
-    char* arguments[] = {shell, option, line.data(), nullptr};
-    pid_t process = 0;
-    int status = -1;
-    if (posix_spawn(&process, "/bin/sh", nullptr, nullptr, arguments, givenEnvironment()) == 0)
-        waitpid(process, &status, 0);
-    return status;
-}
-
-int runCommand(const QString& command, int (*run)(const char*)) {
-    outliveReaders(); // Qt ignores the signal from its first process on
-    fflush(stdout);
-    const EmptyInput noInput;
-    const QByteArray line = toBytes(command);
-    return runBeside([&] { return run(line.constData()); });
-}
 
 /// Far more than a command prints.
 constexpr long longestLog = 64 * 1024 * 1024;
@@ -131,11 +107,11 @@ void outliveReaders() {
 }
 
 int runSystem(const QString& command) {
-    return runCommand(command, system);
-}
-
-int launch(const QString& command) {
-    return runCommand(command, systemAsGiven);
+    outliveReaders(); // Qt ignores the signal from its first process on
+    fflush(stdout);
+    const EmptyInput noInput;
+    const QByteArray line = toBytes(command);
+    return runBeside([&] { return system(line.constData()); });
 }
 
 bool runShellCommand(QString& command, bool quietOnSuccess, const Verdict& verdict) {

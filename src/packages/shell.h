@@ -13,9 +13,6 @@ void outliveReaders();
 /// program's own input.
 int runSystem(const QString& command);
 
-/// As `runSystem`, for an application: it gets the environment that the program was given.
-int launch(const QString& command);
-
 enum class Outcome { Done, Failed, Cancelled };
 
 /// What a command counts as that ended with `waitStatus`, which `system` returned.

@@ -6,6 +6,7 @@
 #include "dialogs.h"
 #include "discovery.h"
 #include "language.h"
+#include "launch.h"
 #include "menu.h"
 #include "operations.h"
 #include "paths.h"
@@ -56,7 +57,9 @@ void zBaseGUI::app_selected(int) {
         return;
     const QString command = hostPath(app->path) + '/' + app->exec + " &";
     printf("DEBUG:: %s\n", toBytes(command).constData());
-    launch(command);
+    launch(command, this, [name = app->shownName()](const QString& words) {
+        showFailure(::tr("POP_ERROR_TITLE") + ": " + name, words);
+    });
 }
 
 void zBaseGUI::mainOptM_Move() {

@@ -3,6 +3,7 @@
 #include "ZLabel.h"
 #include "ZPopup.h"
 #include "dialogs.h"
+#include "launch.h"
 #include "shell.h"
 #include "support.h"
 
@@ -44,7 +45,7 @@ TEST(Launch, GivesTheEnvironmentThatTheProgramWasGiven) {
     qputenv("QUIVER_TEST", "given");
     rememberEnvironment();
     qputenv("QUIVER_TEST", "changed");
-    EXPECT_EQ(outputOf([] { launch("echo $QUIVER_TEST"); }), "given\n");
+    EXPECT_EQ(outputOf([] { launch("echo $QUIVER_TEST", qApp, {}); }), "given\n");
     EXPECT_EQ(outputOf([] { runSystem("echo $QUIVER_TEST"); }), "changed\n");
     qunsetenv("QUIVER_TEST");
     rememberEnvironment();

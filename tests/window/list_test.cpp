@@ -1,8 +1,10 @@
 #include "window_support.h"
 
+#include "Bytes.h"
 #include "RES_ICON_Reader.h"
 #include "ZListBox.h"
 #include "ZOptionsMenu.h"
+#include "ZPopup.h"
 #include "ZScreen.h"
 #include "database.h"
 #include "discovery.h"
@@ -13,6 +15,7 @@
 #include <filesystem>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt;
 
@@ -175,6 +178,47 @@ TEST_F(UiList, ARowIsChosenOnce) {
                   touchRow(apps(), 0);
               }),
               "DEBUG:: Select Multiple APPs\n");
+}
+
+TEST_F(UiList, AnApplicationThatCannotBeStartedTellsIt) {
+    const auto add = [this](const QByteArray& name, const QByteArray& script) {
+        phone.makeFile(phoneApps + name + '/' + name + ".cfg",
+                       "Name = " + name + "\nExec = run.sh\n");
+        phone.makeFile(phoneApps + name + "/run.sh", script);
+        chmod(phone.host(phoneApps + name + "/run.sh"), 0755);
+    };
+    const QByteArray shell = "#!/bin/sh\n";
+    add("A", shell + "printf 'b\\342\\033d\\n' >&2; missing-command");
+    add("B", shell + "seq 1000 >&2; exit 126");
+    add("C", shell + "(missing-command &); exec sleep 1.5");
+    add("D", shell + "echo words >&2; exit 1");
+    add("E", shell + "sleep 1.3; seq 100000 >&2 && : > ${0%/*}/done; exit 127");
+    openFilled();
+    QMap<QString, QString> told;
+    const auto read = [&](ZPopup& popup) {
+        told[popup.title()] = messageOf(popup);
+        press(Key_F1);
+    };
+    FILE* file = tmpfile(); // what is printed goes on to where it went
+    const int before = dup(STDERR_FILENO);
+    dup2(fileno(file), STDERR_FILENO);
+    {
+        const Dialogs dialogs({read, read});
+        for (int row = 0; row < apps().count(); ++row) {
+            apps().setCurrentItem(row);
+            press(Key_Return);
+        }
+        dup2(before, STDERR_FILENO);
+        close(before);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return exists(phone.host(phoneApps + "E/done")); }));
+    }
+    EXPECT_EQ(told.keys(), (QStringList{"Error: A", "Error: B"}));
+    EXPECT_TRUE(told.first().startsWith(fromBytes("b\342") + QChar(QChar::ReplacementCharacter)));
+    EXPECT_TRUE(told.first().endsWith("missing-command: not found")) << told.first().toStdString();
+    EXPECT_TRUE(told.last().endsWith("\n999\n1000"));
+    EXPECT_EQ(told.last().size(), 500);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return lseek(fileno(file), 0, SEEK_END) > 588895; }));
+    fclose(file);
 }
 
 TEST_F(UiList, AHeldKeyHurriesAndStopsAtTheEnd) {
