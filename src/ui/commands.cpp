@@ -8,6 +8,7 @@
 #include "language.h"
 #include "launch.h"
 #include "menu.h"
+#include "objections.h"
 #include "operations.h"
 #include "paths.h"
 #include "shell.h"
@@ -57,9 +58,11 @@ void zBaseGUI::app_selected(int) {
         return;
     const QString command = hostPath(app->path) + '/' + app->exec + " &";
     printf("DEBUG:: %s\n", toBytes(command).constData());
-    launch(command, this, [name = app->shownName()](const QString& words) {
-        showFailure(::tr("POP_ERROR_TITLE") + ": " + name, words);
-    });
+    const QString title = ::tr("POP_ERROR_TITLE") + ": " + app->shownName();
+    if (const char* objection = objectionToLaunch(*app))
+        showFailure(title, ::tr(objection));
+    else
+        launch(command, this, [title](const QString& words) { showFailure(title, words); });
 }
 
 void zBaseGUI::mainOptM_Move() {
