@@ -2,6 +2,7 @@
 
 #include "Look.h"
 #include "PhoneStyle.h"
+#include "SessionColours.h"
 #include "Waiting.h"
 #include "ZScreen.h"
 
@@ -106,7 +107,8 @@ ZApplication::ZApplication(int&, char** argv, int) : QApplication(prepared(), ar
         font.setFamily("Noto Sans");
     font.setPixelSize(scaled(Measure::dialogFont));
     setFont(font);
-    colours(); // chosen while the palette is still the desktop's
+    if (isVisiblePlatform())
+        m_colours = std::make_unique<SessionColours>();
     setStyle(new PhoneStyle);
 }
 

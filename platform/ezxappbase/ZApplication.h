@@ -2,9 +2,13 @@
 
 #include <QApplication>
 
+#include <memory>
+
+class SessionColours;
+
 /// The application object of a program on the phone. It gives the process a UTF-8 locale (for the
-/// commands that it runs, too) and the phone's font and style, and takes the screen's scale from
-/// the environment variable QUIVER_SCALE.
+/// commands that it runs, too) and the phone's font, style and colours, and takes the screen's
+/// scale from the environment variable QUIVER_SCALE.
 class ZApplication : public QApplication {
     Q_OBJECT
 
@@ -25,4 +29,7 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+
+private:
+    std::unique_ptr<SessionColours> m_colours;
 };

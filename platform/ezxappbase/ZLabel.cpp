@@ -38,10 +38,7 @@ ZLabel::ZLabel(const QString& text, QWidget* parent, const char* name, int flags
     const bool isNotice = widgetClass == noticeClass;
     setFont(lookFont(isNotice ? Measure::dialogFont : Measure::secondFont,
                      isNotice ? QFont::DemiBold : QFont::Normal));
-    QPalette inks = palette();
-    inks.setColor(QPalette::WindowText, isNotice ? colours().text : colours().secondaryText);
-    inks.setColor(QPalette::Text, colours().text);
-    setPalette(inks);
+    setForegroundRole(isNotice ? QPalette::Text : QPalette::PlaceholderText);
 }
 
 void ZLabel::setBreakableText(const QString& text) {

@@ -37,12 +37,9 @@ ZLineEdit::ZLineEdit(const QString& text, QWidget* parent, int) : QLineEdit(text
     setFont(lookFont(Measure::dialogFont));
     const int margin = 2 * Measure::grid;
     setTextMargins(margin, 0, margin, 0);
-    QPalette inks = palette();
-    inks.setColor(QPalette::Base, Qt::transparent);
-    inks.setColor(QPalette::Text, colours().text);
-    inks.setColor(QPalette::Highlight, colours().focus);
-    inks.setColor(QPalette::HighlightedText, colours().focusText);
-    setPalette(inks);
+    QPalette ground; // nothing more of it, as the rest changes with the colours
+    ground.setColor(QPalette::Base, Qt::transparent);
+    setPalette(ground);
     if (!hasKeypad())
         return;
     m_keypad = new KeypadInput(this);

@@ -40,9 +40,6 @@ ZListBox::ZListBox(const QString& itemLayout, QWidget* parent, int)
     setVerticalScrollMode(ScrollPerPixel);
     setAutoScroll(true);
     setMouseTracking(false);
-    QPalette ground = palette();
-    ground.setColor(QPalette::Base, colours().surface);
-    setPalette(ground);
     QScroller::grabGesture(viewport(), QScroller::TouchGesture);
     m_nameTimer.setInterval(nameStepMilliseconds);
     connect(&m_nameTimer, &QTimer::timeout, this, &ZListBox::scrollName);

@@ -43,8 +43,22 @@ Palette darkPalette() {
     return dark;
 }
 
-bool isDarkWanted() {
-    return QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
+bool isDark = false;
+
+/// For what Qt paints itself.
+QPalette widgetPalette() {
+    const Palette& palette = colours();
+    QPalette inks;
+    inks.setColor(QPalette::Window, palette.surface);
+    inks.setColor(QPalette::WindowText, palette.text);
+    inks.setColor(QPalette::Base, palette.surface);
+    inks.setColor(QPalette::Text, palette.text);
+    inks.setColor(QPalette::PlaceholderText, palette.secondaryText);
+    inks.setColor(QPalette::Button, palette.button);
+    inks.setColor(QPalette::ButtonText, palette.text);
+    inks.setColor(QPalette::Highlight, palette.focus);
+    inks.setColor(QPalette::HighlightedText, palette.focusText);
+    return inks;
 }
 
 double fontFactor() {
@@ -87,8 +101,15 @@ bool isGlyph(const QImage& image) {
 } // namespace
 
 const Palette& colours() {
-    static const Palette chosen = isDarkWanted() ? darkPalette() : lightPalette();
-    return chosen;
+    static const Palette light = lightPalette();
+    static const Palette dark = darkPalette();
+    return isDark ? dark : light;
+}
+
+/// Every widget hears of another palette, and paints itself.
+void useColours(bool dark) {
+    isDark = dark;
+    QGuiApplication::setPalette(widgetPalette());
 }
 
 int scaled(int measure) {

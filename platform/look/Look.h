@@ -29,8 +29,11 @@ struct Palette {
     QColor dim;   ///< laid over the screen below a popup
 };
 
-/// The colours in use: a light set, or a dark one where the desktop asks for dark.
+/// The colours in use: a light set, or a dark one.
 const Palette& colours();
+
+/// Takes the dark set or the light one. What is on the screen is painted anew.
+void useColours(bool dark);
 
 /// Measures in logical pixels at the normal font size; `scaled` fits them to the font size in use.
 namespace Measure {

@@ -179,6 +179,8 @@ int main(int argc, char** argv) {
     setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QUIVER_HEADLESS", "1");
+    for (const char* session : {"DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR"})
+        qunsetenv(session); // its colours are not the tests'
     testing::InitGoogleTest(&argc, argv);
     const ZApplication application(argc, argv, ZApplication::GuiClient);
     return RUN_ALL_TESTS();
