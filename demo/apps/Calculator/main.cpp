@@ -59,6 +59,12 @@ public:
     }
 
 protected:
+    void changeEvent(QEvent* event) override {
+        if (event->type() == QEvent::PaletteChange && styleSheet() != keyStyle())
+            setStyleSheet(keyStyle());
+        QWidget::changeEvent(event);
+    }
+
     void keyPressEvent(QKeyEvent* event) override {
         const QString typed = u"0123456789.,+-*/%=\b"_s;
         const QString meant = u"0123456789..+−×÷%=⌫"_s;

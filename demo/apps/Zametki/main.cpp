@@ -20,11 +20,9 @@ public:
         setFocusProxy(&page_);
         page_.setPlaceholderText(u"Новая заметка…"_s);
         page_.setFrameShape(QFrame::NoFrame);
-        page_.setStyleSheet(u"background: %1; color: %2; padding: %3px;"_s.arg(
-            colours().surface.name(), colours().text.name(), QString::number(Measure::grid)));
+        page_.document()->setDocumentMargin(2 * Measure::grid);
         counter_.setAlignment(Qt::AlignCenter);
-        setStyleSheet(u"QLabel, QToolButton {background: %1; color: %2; border: none;}"_s.arg(
-            colours().header.name(), colours().secondaryText.name()));
+        setStyleSheet(pagerStyle());
 
         auto* pager = new QHBoxLayout;
         pager->setSpacing(0);
@@ -50,7 +48,19 @@ public:
         open(notes_.size() - 1);
     }
 
+protected:
+    void changeEvent(QEvent* event) override {
+        if (event->type() == QEvent::PaletteChange && styleSheet() != pagerStyle())
+            setStyleSheet(pagerStyle());
+        QWidget::changeEvent(event);
+    }
+
 private:
+    static QString pagerStyle() {
+        return u"QLabel, QToolButton {background: %1; color: %2; border: none;}"_s.arg(
+            colours().header.name(), colours().secondaryText.name());
+    }
+
     static QString path() { return QApplication::applicationDirPath() + u"/notes.txt"_s; }
 
     QToolButton* pagerButton(Qt::ArrowType arrow, int direction, Qt::Key key) {
