@@ -1,7 +1,9 @@
 #include "ZApplication.h"
 
 #include "Look.h"
+#include "PhoneSettings.h"
 #include "PhoneStyle.h"
+#include "ScreenTurn.h"
 #include "SessionColours.h"
 #include "Waiting.h"
 #include "ZScreen.h"
@@ -10,6 +12,7 @@
 #include <QAccessibleWidget>
 #include <QDir>
 #include <QFontDatabase>
+#include <QKeyEvent>
 
 #include <clocale>
 #include <vector>
@@ -86,6 +89,15 @@ int& prepared() {
     return count;
 }
 
+/// The red key, or what stands for it where a keyboard plays the keypad.
+bool isEndKey(const QEvent& event) {
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const auto& press = static_cast<const QKeyEvent&>(event);
+    return !press.isAutoRepeat() &&
+           (press.key() == Qt::Key_Hangup || (press.key() == Qt::Key_F4 && hasKeypad()));
+}
+
 QAccessibleInterface* makeAccessible(const QString& className, QObject* object) {
     auto* widget = qobject_cast<QWidget*>(object);
     if (widget && className == u"ZPopup")
@@ -97,7 +109,7 @@ QAccessibleInterface* makeAccessible(const QString& className, QObject* object) 
 
 } // namespace
 
-ZApplication::ZApplication(int&, char** argv, int) : QApplication(prepared(), argv) {
+ZApplication::ZApplication(int&, char** argv, int type) : QApplication(prepared(), argv) {
     giveBackEnvironment();
     setWaitingScreen(isVisiblePlatform() ? +[] { return ZScreen::instance().isCovered(); }
                                          : nullptr);
@@ -110,6 +122,8 @@ ZApplication::ZApplication(int&, char** argv, int) : QApplication(prepared(), ar
     if (isVisiblePlatform())
         m_colours = std::make_unique<SessionColours>();
     setStyle(new PhoneStyle);
+    if (platformName() == u"linuxfb")
+        takeTurns(type == GuiServer);
 }
 
 ZApplication::~ZApplication() {
@@ -121,6 +135,24 @@ ZApplication::~ZApplication() {
 bool ZApplication::event(QEvent* event) {
     return event->type() == QEvent::Quit ? QCoreApplication::event(event)
                                          : QApplication::event(event);
+}
+
+bool ZApplication::notify(QObject* receiver, QEvent* event) {
+    if (m_turn && !m_turn->isOurs() && isInput(*event))
+        return true;
+    if (isEndKey(*event)) {
+        ZScreen::instance().close();
+        return true;
+    }
+    return QApplication::notify(receiver, event);
+}
+
+void ZApplication::takeTurns(bool isServer) {
+    m_turn = new ScreenTurn(isServer, this);
+    const auto show = [](bool isOurs) { ZScreen::instance().setUpdatesEnabled(isOurs); };
+    connect(m_turn, &ScreenTurn::changed, this, show);
+    if (!m_turn->isOurs())
+        show(false);
 }
 
 bool ZApplication::hasDisplay() {

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+class ScreenTurn;
 class SessionColours;
 
 /// The application object of a program on the phone. It gives the process a UTF-8 locale (for the
@@ -17,7 +18,8 @@ public:
 
     /// `argv` must outlive the object; of its arguments none is taken, not even one that Qt knows.
     /// Without any display the program runs on an invisible one, so that a console listing works
-    /// over a plain ssh line. The environment is afterwards as it was, but for the locale.
+    /// over a plain ssh line. On a bare framebuffer a GuiServer lies below all other programs. The
+    /// environment is afterwards as it was, but for the locale.
     ZApplication(int& argc, char** argv, int type);
     ~ZApplication() override;
 
@@ -30,6 +32,13 @@ public:
 protected:
     bool event(QEvent* event) override;
 
+    /// On a bare framebuffer the keys are for the program that is seen. The phone's end key closes
+    /// what lies on top, at last the program, as closing a window does.
+    bool notify(QObject* receiver, QEvent* event) override;
+
 private:
+    void takeTurns(bool isServer);
+
+    ScreenTurn* m_turn = nullptr; ///< where no display server decides
     std::unique_ptr<SessionColours> m_colours;
 };
