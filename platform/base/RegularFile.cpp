@@ -10,7 +10,9 @@
 #include <cstdlib>
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 // Qt's QSaveFile is not used: it can only name files whose names are UTF-8, and writes to another
@@ -51,6 +53,12 @@ Reading readFrom(int descriptor, qint64 limit, QByteArray& content) {
     return count == 0 ? Reading::Whole : Reading::Partial;
 }
 
+/// FAT has no inodes: the system makes up numbers, and other ones after it has forgotten a file.
+bool hasLastingInodes(const QByteArray& path) {
+    struct statfs system = {};
+    return statfs(path.constData(), &system) != 0 || system.f_type != MSDOS_SUPER_MAGIC;
+}
+
 mode_t newFileMode() {
     const mode_t mask = umask(0);
     umask(mask);
@@ -80,12 +88,13 @@ Reading readRegularFile(const QString& path, qint64 limit, QByteArray& content) 
 
 QByteArray fileState(const QString& path) {
     struct stat info = {};
-    if (stat(toBytes(path).constData(), &info) != 0)
-        return QByteArray();
     QByteArray state = toBytes(path);
-    for (const qint64 part : {qint64(info.st_dev), qint64(info.st_ino), qint64(info.st_size),
-                              qint64(info.st_mtim.tv_sec), qint64(info.st_mtim.tv_nsec),
-                              qint64(info.st_ctim.tv_sec), qint64(info.st_ctim.tv_nsec)})
+    if (stat(state.constData(), &info) != 0)
+        return QByteArray();
+    const qint64 inode = hasLastingInodes(state) ? qint64(info.st_ino) : 0;
+    for (const qint64 part :
+         {qint64(info.st_dev), inode, qint64(info.st_size), qint64(info.st_mtim.tv_sec),
+          qint64(info.st_mtim.tv_nsec), qint64(info.st_ctim.tv_sec), qint64(info.st_ctim.tv_nsec)})
         state += ' ' + QByteArray::number(part);
     return state;
 }

@@ -7,8 +7,10 @@
 #include <cstdio>
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <mntent.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -22,6 +24,12 @@ struct RequiredFolder {
 };
 
 } // namespace
+
+void writeBack(const QString& path) {
+    const int file = open(toBytes(path).constData(), O_RDONLY | O_CLOEXEC);
+    syncfs(file);
+    close(file);
+}
 
 void detectCard() {
     FILE* table = setmntent(toBytes(hostPath(Path::mountTable)).constData(), "r");

@@ -30,5 +30,9 @@ QList<QByteArray> mountPoints(FILE* table);
 /// True when the folder at `path` (of the phone) exists or was made; its parents are not made.
 bool ensureDir(const QString& path);
 
+/// Has the storage that `path` (of the machine) lies on write what the system still holds back, so
+/// that a power cut does not take it.
+void writeBack(const QString& path);
+
 /// The application folder of a storage location: the card's for 1, the phone's for any other value.
 QString appsFolder(int location);

@@ -14,6 +14,7 @@
 #include "settings.h"
 #include "shell.h"
 #include "storage.h"
+#include "upgrade.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -48,9 +49,12 @@ bool moveFolder(const QString& from, const QString& to, bool quietOnSuccess) {
         return false;
     }
     const int before = contentsOf(from).entries;
+    const CopyMark mark(to);
     WorkCancel cancel(WorkCancel::AtOnce);
     const bool done = runPathCommand(
         from, QString("mv '%1' '%2/'").arg(from, to), quietOnSuccess, [&](int waitStatus) {
+            if (waitStatus == 0)
+                runBeside([&] { return writeBack(to), 0; });
             return cancel.end() ? endMove(from, to, before) : outcomeOf(waitStatus);
         });
     // A command that a signal ended counts as a success, so the folder itself has to tell.
@@ -136,6 +140,8 @@ bool saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
     WorkCancel cancel(WorkCancel::AtOnce);
     return runPathCommand(older, enter + ' ' + packCommand(older, name), quietOnSuccess,
                           [&](int waitStatus) {
+                              if (waitStatus == 0)
+                                  runBeside([&] { return writeBack(older), 0; });
                               if (!cancel.end() || waitStatus == 0)
                                   return outcomeOf(waitStatus);
                               remove(toBytes(older).constData());

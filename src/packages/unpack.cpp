@@ -17,6 +17,8 @@ Outcome settle(Upgrade& upgrade, int waitStatus, bool isCancelled) {
         runBeside([&] { return upgrade.undo(), 0; });
         return Outcome::Cancelled;
     }
+    if (waitStatus == 0)
+        runBeside([&] { return upgrade.keep(), 0; });
     if (upgrade.isEmpty())
         return outcomeOf(waitStatus);
     const bool isWhole = waitStatus == 0 && upgrade.isUnpacked();

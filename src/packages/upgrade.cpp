@@ -3,6 +3,7 @@
 #include "Bytes.h"
 #include "PhoneRoot.h"
 #include "aside.h"
+#include "foldersize.h"
 #include "paths.h"
 
 #include <filesystem>
@@ -31,6 +32,10 @@ bool isFolder(const QByteArray& path) {
     return lstat(path.constData(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
+qint64 entriesIn(const QByteArray& path) {
+    return contentsOf(fromBytes(path)).entries;
+}
+
 bool removeTree(const QByteArray& path) {
     std::error_code error;
     fs::remove_all(path.toStdString(), error);
@@ -50,6 +55,12 @@ int lockFolder(const QByteArray& path) {
     if (folder >= 0)
         close(folder);
     return -1;
+}
+
+void syncFolder(const QByteArray& path) {
+    const int folder = open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    fsync(folder);
+    close(folder);
 }
 
 QList<QByteArray> namesIn(const QByteArray& path) {
@@ -92,14 +103,56 @@ void bringOver(const QByteArray& root, const QByteArray& name) {
         removeTree(left);
 }
 
-void mendIn(const QByteArray& root) {
+/// An empty folder that marks `name` in `root` with this end; its lock, or -1. The mark has to be
+/// on the storage before what it is about.
+int makeMark(const QByteArray& root, const QByteArray& name, const QByteArray& end) {
+    const QByteArray mark = asidePath(root, name, end);
+    if (mkdir(mark.constData(), 0755) != 0)
+        return -1;
+    syncFolder(root);
+    return lockFolder(mark);
+}
+
+void removeMark(const QByteArray& mark, int lock) {
+    if (lock < 0)
+        return;
+    rmdir(mark.constData());
+    close(lock);
+}
+
+/// The source is whole as long as it has lost nothing; from then on the copy is.
+void endCopy(const QByteArray& root, const QByteArray& name, const QByteArray& sourceRoot) {
+    const QByteArray copy = pathOf(root, name);
+    const QByteArray source = pathOf(sourceRoot, name);
+    if (!isFolder(sourceRoot))
+        return; // the card is out; later
+    if (isThere(source)) {
+        const bool isWhole = entriesIn(source) >= entriesIn(copy);
+        removeTree(isWhole ? copy : source);
+    }
+    rmdir(asidePath(root, name, asideCopy).constData());
+}
+
+/// What is copied into `root` comes from `sourceRoot`.
+void mendIn(const QByteArray& root, const QByteArray& sourceRoot) {
     for (const QByteArray& aside : namesIn(root)) {
         const QByteArray before = nameOfAside(aside, asideBefore);
         const QByteArray left = nameOfAside(aside, asideLeft);
-        const int lock = before.isEmpty() && left.isEmpty() ? -1 : lockFolder(pathOf(root, aside));
+        const QByteArray first = nameOfAside(aside, asideNone);
+        const QByteArray copy = nameOfAside(aside, asideCopy);
+        const bool isAside =
+            !before.isEmpty() || !left.isEmpty() || !first.isEmpty() || !copy.isEmpty();
+        const int lock = isAside ? lockFolder(pathOf(root, aside)) : -1;
         if (lock < 0)
             continue;
-        before.isEmpty() ? bringOver(root, left) : void(giveBack(root, before));
+        if (!before.isEmpty())
+            giveBack(root, before);
+        else if (!left.isEmpty())
+            bringOver(root, left);
+        else if (!copy.isEmpty())
+            endCopy(root, copy, sourceRoot);
+        else if (removeTree(pathOf(root, first)))
+            rmdir(pathOf(root, aside).constData());
         close(lock);
     }
 }
@@ -111,7 +164,7 @@ Upgrade::Upgrade(const QString& root, const QSet<QString>& names) {
     for (const QString& name : names) {
         const QByteArray path = pathOf(host, toBytes(name));
         if (!isThere(path))
-            m_new.push_back(path);
+            m_first.push_back({host, toBytes(name), makeMark(host, toBytes(name), asideNone)});
         m_isReady = m_isReady && (!isFolder(path) || putAside(host, toBytes(name)));
     }
     if (!m_isReady)
@@ -120,6 +173,8 @@ Upgrade::Upgrade(const QString& root, const QSet<QString>& names) {
 
 Upgrade::~Upgrade() {
     giveBack();
+    for (const Aside& first : m_first)
+        removeMark(asidePath(first.root, first.name, asideNone), first.lock);
 }
 
 bool Upgrade::putAside(const QByteArray& root, const QByteArray& name) {
@@ -154,8 +209,13 @@ void Upgrade::giveBack() {
 
 void Upgrade::undo() {
     giveBack();
-    for (const QByteArray& path : m_new)
-        removeTree(path);
+    for (const Aside& first : m_first)
+        removeTree(pathOf(first.root, first.name));
+}
+
+void Upgrade::keep() {
+    for (const Aside& first : m_first)
+        syncfs(first.lock);
 }
 
 void Upgrade::finish() {
@@ -171,8 +231,21 @@ void Upgrade::finish() {
     m_asides.clear();
 }
 
+CopyMark::CopyMark(const QString& target)
+    : m_path(asidePath(toBytes(target.left(target.lastIndexOf('/'))),
+                       toBytes(target.mid(target.lastIndexOf('/') + 1)), asideCopy)),
+      m_lock(makeMark(toBytes(target.left(target.lastIndexOf('/'))),
+                      toBytes(target.mid(target.lastIndexOf('/') + 1)), asideCopy)) {}
+
+CopyMark::~CopyMark() {
+    removeMark(m_path, m_lock);
+}
+
 void mendUpgrades() {
-    for (const QString& root :
-         {Path::phoneApps, Path::cardApps, Path::phoneSkins, Path::cardSkins, Path::extSkins})
-        mendIn(toBytes(hostPath(root)));
+    const QByteArray phone = toBytes(hostPath(Path::phoneApps));
+    const QByteArray card = toBytes(hostPath(Path::cardApps));
+    mendIn(phone, card);
+    mendIn(card, phone);
+    for (const QString& skins : {Path::phoneSkins, Path::cardSkins, Path::extSkins})
+        mendIn(toBytes(hostPath(skins)), QByteArray());
 }

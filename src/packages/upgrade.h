@@ -9,14 +9,14 @@
 /// An installation that can be undone. Where it goes over what is installed, the old version is put
 /// aside until the new one is whole, so that one of the two is there whatever happens: NAME waits
 /// as ".NAME.before" until then, and as ".NAME.left" while its files that the new version lacks go
-/// over to that.
+/// over to that. A first version that a power cut leaves half unpacked is known by ".NAME.none".
 class Upgrade {
 public:
     /// Puts aside those folders of that name that lie in `root` (of the phone). While the object
     /// lives they are locked, and so they are for the commands that it sees started.
     Upgrade(const QString& root, const QSet<QString>& names);
 
-    /// Gives the old versions back where `finish` was not called.
+    /// Gives the old versions back where `finish` was not called. A first version stays as it is.
     ~Upgrade();
     Q_DISABLE_COPY_MOVE(Upgrade)
 
@@ -35,6 +35,9 @@ public:
     /// As `giveBack`, and removes what came where nothing lay before.
     void undo();
 
+    /// Has first versions written to the storage, before anybody is told that they are there.
+    void keep();
+
     /// The new versions count from here on; settings, saved games and whatever else they did not
     /// bring are moved into them.
     void finish();
@@ -43,16 +46,31 @@ private:
     struct Aside {
         QByteArray root; ///< of the machine
         QByteArray name;
-        int lock; ///< of the folder that is put aside
+        int lock; ///< of the folder that is put aside, or that marks a first version
     };
 
     bool putAside(const QByteArray& root, const QByteArray& name);
 
     std::vector<Aside> m_asides;
-    std::vector<QByteArray> m_new; ///< of the machine; nothing lay there
+    std::vector<Aside> m_first; ///< nothing lay there; the lock is -1 where no mark can be made
     bool m_isReady = true;
 };
 
+/// A folder that comes from the other storage: until the mark goes, it may be half of what lies
+/// there.
+class CopyMark {
+public:
+    /// `target` is the folder's path on the machine; it is not there yet.
+    explicit CopyMark(const QString& target);
+    ~CopyMark();
+    Q_DISABLE_COPY_MOVE(CopyMark)
+
+private:
+    QByteArray m_path;
+    int m_lock; ///< -1 where no mark can be made
+};
+
 /// Ends what a kill, a power cut or a pulled card has interrupted: an upgrade that was not whole is
-/// undone, a whole one finished. What another program is still at work on is left alone.
+/// undone, a whole one finished, of an application that was on its way to the other storage the
+/// whole one stays. What another program is still at work on is left alone.
 void mendUpgrades();

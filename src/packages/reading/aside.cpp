@@ -19,5 +19,6 @@ bool canBePutAside(const QString& name) {
 
 bool isNameOfAside(const QString& name) {
     const QByteArray bytes = toBytes(name);
-    return !nameOfAside(bytes, asideBefore).isEmpty() || !nameOfAside(bytes, asideLeft).isEmpty();
+    const auto endsSo = [&](const QByteArray& end) { return !nameOfAside(bytes, end).isEmpty(); };
+    return endsSo(asideBefore) || endsSo(asideLeft) || endsSo(asideNone) || endsSo(asideCopy);
 }

@@ -4,11 +4,15 @@
 #include <QString>
 
 /// An old version waits under these names while it is replaced: NAME as ".NAME.before", and as
-/// ".NAME.left" while what the new one lacks goes over to that.
+/// ".NAME.left" while what the new one lacks goes over to that. Where there was none, the empty
+/// folder ".NAME.none" stands while the first one comes, and ".NAME.copy" while one comes from the
+/// other storage.
 inline const QByteArray asideBefore = ".before";
 inline const QByteArray asideLeft = ".left";
+inline const QByteArray asideNone = ".none";
+inline const QByteArray asideCopy = ".copy";
 
-/// The path in the folder `root` that `name` waits at, with one of the two ends.
+/// The path in the folder `root` that `name` waits at, with one of these ends.
 QByteArray asidePath(const QByteArray& root, const QByteArray& name, const QByteArray& end);
 
 /// NAME of a name with that end; empty where it has another form.
@@ -17,5 +21,5 @@ QByteArray nameOfAside(const QByteArray& name, const QByteArray& end);
 /// True for a folder whose name is short enough to be put aside.
 bool canBePutAside(const QString& name);
 
-/// True for a name that only a folder that was put aside may have.
+/// True for a name that only such a folder may have.
 bool isNameOfAside(const QString& name);
