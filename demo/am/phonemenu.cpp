@@ -1,5 +1,6 @@
 #include "phonemenu.h"
 
+#include "AM_Files.h"
 #include "PhoneRoot.h"
 
 #include <algorithm>
@@ -7,7 +8,7 @@
 const QString PhoneMenu::root = "00000000-0000-0000-0000-000000000000";
 
 PhoneMenu::PhoneMenu()
-    : m_tree(hostPath("/ezxlocal/download/appwrite/am/UserMenuTree"), true),
+    : m_tree(hostPath(userMenuTreeFile), true),
       m_registry(nullptr, nullptr) {
     m_registry.init();
 }

@@ -12,7 +12,7 @@ inline const QString mountTable = "/etc/mtab";
 inline const QString commandLog = "/tmp/quiver_exec.log";
 inline const QString platformSettings = phoneSettingsFile;
 inline const QString installedDb = installedDbFile;
-inline const QString userMenuTree = "/ezxlocal/download/appwrite/am/UserMenuTree";
+inline const QString userMenuTree = userMenuTreeFile;
 
 inline const QString systemFolder = "/ezxlocal/quiver";
 inline const QString database = "/ezxlocal/quiver/AppMan.db";

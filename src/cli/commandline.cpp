@@ -14,7 +14,8 @@ struct Switch {
 const Switch switches[] = {{"json", Option::json},
                            {"yes", Option::yes},
                            {"quiet", Option::quiet},
-                           {"verbose", Option::verbose}};
+                           {"verbose", Option::verbose},
+                           {"no-card", Option::noCard}};
 
 bool isSwitch(const QString& argument) {
     for (const Switch& option : switches) {
@@ -28,9 +29,11 @@ bool isSwitch(const QString& argument) {
 qsizetype firstOwn(const QStringList& arguments) {
     qsizetype at = 0;
     while (at < arguments.size()) {
-        if (arguments.at(at) == u"--root")
+        const QString& argument = arguments.at(at);
+        if (argument == u"--root" || argument == u"--card")
             at += 2;
-        else if (isSwitch(arguments.at(at)) || arguments.at(at).startsWith("--root="))
+        else if (isSwitch(argument) || argument.startsWith("--root=") ||
+                 argument.startsWith("--card="))
             ++at;
         else
             break;
@@ -49,7 +52,8 @@ bool isPackage(const QString& name) {
 
 /// The options of `command`, which may be null, with those of all.
 QList<QCommandLineOption> optionsOf(const Command* command) {
-    QList<QCommandLineOption> options = {QCommandLineOption("root", QString(), "DIR")};
+    QList<QCommandLineOption> options = {QCommandLineOption("root", QString(), "DIR"),
+                                         QCommandLineOption("card", QString(), "DIR")};
     for (const Switch& option : switches)
         options.append(QCommandLineOption(option.name));
     for (const CommandOption& option : command ? command->options : QList<CommandOption>())
@@ -80,6 +84,9 @@ void parse(const QStringList& arguments, CommandLine& line) {
     line.root = parser.value("root");
     if (parser.isSet("root") && line.root.isEmpty())
         line.error = "--root needs a folder";
+    Option::card = parser.value("card");
+    if (parser.isSet("card") && Option::card.isEmpty())
+        line.error = "--card needs a folder";
     for (const Switch& option : switches)
         option.value = parser.isSet(option.name);
     line.call.arguments = parser.positionalArguments();

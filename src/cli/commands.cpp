@@ -61,10 +61,13 @@ const QList<Command> table = {
      "packs applications into packages",
      {{"to", "phone|card|DIR", "where to; by default the phone's folder of packages"}}},
     {"menu",
-     "[add|remove APP...]",
+     "[add|remove APP... | sync]",
      0,
      -1,
-     [](const Call& call) { return call.arguments.isEmpty() ? Access::Reads : Access::Writes; },
+     [](const Call& call) {
+         return call.arguments.isEmpty() || call.arguments == QStringList{"sync"} ? Access::Reads
+                                                                                  : Access::Writes;
+     },
      runMenu,
      "changes or lists the phone's menu",
      {}},
@@ -92,8 +95,7 @@ const QList<Command> table = {
      nothing,
      runNew,
      "makes a folder the root of a phone",
-     {{"no-card", nullptr, "without a memory card"},
-      {"language", "CODE", "the phone's language; by default en"}}},
+     {{"language", "CODE", "the phone's language; by default en"}}},
     {"help", "[COMMAND]", 0, 1, nothing, runHelp, "tells of the commands, or of one", {}},
 };
 

@@ -42,7 +42,8 @@ int runOnPhone(const Command& command, const CommandLine& line) {
         startWork();
     if (writes && command.run != runCheck) // which asks before it mends
         mendUpgrades();
-    return command.run(line.call);
+    const int status = command.run(line.call);
+    return writes && !showInSession() ? 1 : status;
 }
 
 } // namespace

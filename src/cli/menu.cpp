@@ -9,6 +9,7 @@
 #include "options.h"
 #include "output.h"
 #include "paths.h"
+#include "phone.h"
 #include "settings.h"
 
 #include <QJsonArray>
@@ -45,7 +46,7 @@ int changeMenu(const QStringList& names, bool isWanted) {
                                     : "%1 is out of the phone's menu.")
                 .arg(app.shownName().trimmed());
         });
-    if (menuChanged)
+    if (menuChanged && !isOwnPhone())
         remark("the phone shows it when its menu has started again");
     return finish();
 }
@@ -71,14 +72,23 @@ int listMenu() {
     return 0;
 }
 
+int syncMenu() {
+    if (isOwnPhone())
+        return showInSession() ? 0 : 1;
+    tell("only your own phone stands in the menu of the session");
+    return 1;
+}
+
 } // namespace
 
 int runMenu(const Call& call) {
     if (call.arguments.isEmpty())
         return listMenu();
     const QString action = call.arguments.first();
+    if (call.arguments == QStringList{"sync"})
+        return syncMenu();
     const QStringList names = call.arguments.mid(1);
     if ((action != u"add" && action != u"remove") || names.isEmpty())
-        return misuse("after menu comes add or remove with applications, or nothing");
+        return misuse("after menu comes add or remove with applications, sync, or nothing");
     return changeMenu(names, action == u"add");
 }

@@ -1,6 +1,7 @@
 #include "RegularFile.h"
 #include "commands.h"
 #include "newphone.h"
+#include "options.h"
 #include "output.h"
 
 #include <QDir>
@@ -28,7 +29,7 @@ int runNew(const Call& call) {
         return finish();
     }
     QString error;
-    if (makePhone(root, !call.has("no-card"), language, error))
+    if (makePhone(root, !Option::noCard, language, error))
         succeed(root, QString("A phone is in %1.").arg(root));
     else
         fail(QString(), error);

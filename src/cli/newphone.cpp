@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -25,7 +26,7 @@ const QStringList systemFolders = {"/etc", "/mmc", "/ezx_user/download/appwrite/
 const QStringList phoneFolders = {Path::systemFolder, Path::phoneApps, Path::phoneSkins,
                                   Path::phonePackages};
 const QStringList cardFolders = {Path::cardApps, Path::cardSkins, Path::cardPackages,
-                                 Path::cardMount + "/download", Path::extSkins};
+                                 Path::cardMount + "/download"};
 
 /// Of the session that made it, its umask may be closer.
 bool makeFolders(const QString& root, const QString& path) {
@@ -71,11 +72,11 @@ bool writeFiles(const QString& root, bool hasCard, const QString& language) {
 
 bool fill(const QString& root, bool hasCard, const QString& language) {
     for (const QString& folder :
-         systemFolders + phoneFolders + (hasCard ? cardFolders : QStringList())) {
+         systemFolders + phoneFolders + (hasCard ? QStringList{Path::extSkins} : QStringList())) {
         if (!makeFolders(root, folder))
             return false;
     }
-    return makeFolders(root, "/tmp") && chmod(toBytes(root + "/tmp").constData(), 01777) == 0 &&
+    return (!hasCard || makeCardFolders(root)) && makeFolders(root, "/tmp") && chmod(toBytes(root + "/tmp").constData(), 01777) == 0 &&
            chmod(toBytes(root).constData(), 0755) == 0 && writeFiles(root, hasCard, language);
 }
 
@@ -101,6 +102,11 @@ bool putInPlace(const fs::path& from, const fs::path& root) {
 QString machineArchiver() {
     const QString archiver = QStandardPaths::findExecutable("7z");
     return archiver.isEmpty() ? QStandardPaths::findExecutable("7zz") : archiver;
+}
+
+bool makeCardFolders(const QString& root) {
+    return std::all_of(cardFolders.begin(), cardFolders.end(),
+                       [&](const QString& folder) { return makeFolders(root, folder); });
 }
 
 bool makePhone(const QString& root, bool hasCard, const QString& language, QString& error) {

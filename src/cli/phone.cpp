@@ -3,16 +3,21 @@
 #include "Bytes.h"
 #include "PhoneRoot.h"
 #include "RegularFile.h"
+#include "SessionMenu.h"
 #include "browser.h"
+#include "card.h"
 #include "database.h"
 #include "language.h"
 #include "lock.h"
 #include "newphone.h"
+#include "options.h"
 #include "output.h"
+#include "paths.h"
 #include "settings.h"
 #include "storage.h"
 
 #include <QDir>
+#include <QProcess>
 
 #include <cerrno>
 #include <csignal>
@@ -49,12 +54,15 @@ QString sessionLanguage() {
     return !language.isEmpty() && !language.contains('/') && exists(texts) ? language : "en";
 }
 
+/// Where the user's programs keep their data.
+QString dataFolder() {
+    const QString data = fromBytes(qgetenv("XDG_DATA_HOME"));
+    return data.startsWith('/') ? data : fromBytes(qgetenv("HOME")) + "/.local/share";
+}
+
 /// The root of the user's own phone.
 QString ownRoot() {
-    QString data = fromBytes(qgetenv("XDG_DATA_HOME"));
-    if (!data.startsWith('/'))
-        data = fromBytes(qgetenv("HOME")) + "/.local/share";
-    return data + "/quiver/phone";
+    return dataFolder() + "/quiver/phone";
 }
 
 bool makeOwnPhone(const QString& root) {
@@ -93,6 +101,35 @@ private:
 };
 
 PhoneLink phoneLink;
+QString chosenRoot; ///< empty where the machine is the phone
+
+/// Of the card that was put in, before the phone's own programs make them with modes that only
+/// root can work with. A card that cannot be written has none.
+void prepareCard() {
+    if (!chosenRoot.isEmpty() && exists(chosenRoot + Path::cardMount))
+        makeCardFolders(chosenRoot);
+}
+
+/// The card that the user names, else, for his own phone, what the machine has. A second one counts
+/// where it is a part of the same storage.
+bool chooseCard() {
+    if (!Option::card.isEmpty()) {
+        if (!isFolderEntry(Option::card)) {
+            tell(QString("the card '%1' is not a folder").arg(Option::card));
+            return false;
+        }
+        return insertCard(chosenRoot, realPath(absolutePath(Option::card)), QString());
+    }
+    if (Option::noCard)
+        return insertCard(chosenRoot, QString(), QString());
+    if (!isOwnPhone())
+        return true;
+    const std::vector<Storage> storages = removableStorages();
+    const bool hasCard = !storages.empty();
+    const bool hasSecond = storages.size() > 1 && storages[0].disk == storages[1].disk;
+    return insertCard(chosenRoot, hasCard ? fromBytes(storages[0].folder) : QString(),
+                      hasSecond ? fromBytes(storages[1].folder) : QString());
+}
 
 bool leadToPhone(const QString& root) {
     const QByteArray path = toBytes(absolutePath(root));
@@ -182,7 +219,24 @@ bool choosePhone(const QString& root) {
         tell(QString("'%1' is no phone's root: there is no folder ezxlocal in it").arg(chosen));
         return false;
     }
+    chosenRoot = realPath(absolutePath(chosen));
+    if (!chooseCard()) {
+        tell("the card cannot be put into the phone");
+        return false;
+    }
     return leadToPhone(chosen);
+}
+
+bool isOwnPhone() {
+    return !chosenRoot.isEmpty() && chosenRoot == realPath(ownRoot());
+}
+
+bool showInSession() {
+    if (!isOwnPhone() ||
+        syncSessionMenu({chosenRoot, MenuUuid, dataFolder() + "/applications", "quiver", "quiver"}))
+        return true;
+    tell("the menu of the session cannot be written: " + dataFolder() + "/applications");
+    return false;
 }
 
 void readPhone() {
@@ -204,15 +258,32 @@ bool takePhone() {
         return false;
     }
     loadPhone();
+    prepareCard();
     srand(getpid()); // identifiers are drawn from it
     prepareStorage();
     openAppDb();
     return true;
 }
 
+/// The restart of the phone's menu finds a busybox that shows the menu in the session instead.
+void playApplicationManager() {
+    if (chosenRoot.isEmpty())
+        return;
+    const QByteArray stand = toBytes(realPath(programFolder() + "/../manager"));
+    qputenv("PATH", stand + ':' + qgetenv("PATH"));
+    if (!isOwnPhone())
+        return;
+    const QString self = realPath("/proc/self/exe");
+    qputenv("QUIVER_SESSION_MENU", toBytes(self));
+    // What the phone's settings say is not known here.
+    QProcess::execute(self, {"menu", "sync"});
+}
+
 int startPhoneProgram(const QStringList& arguments) {
     chooseArchiver();
+    playApplicationManager();
     chooseScale();
+    prepareCard();
     std::vector<QByteArray> bytes = {toBytes(phoneProgram())};
     for (const QString& argument : arguments)
         bytes.push_back(toBytes(argument));

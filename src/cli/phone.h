@@ -10,6 +10,14 @@
 /// none. False, told, where that is not possible.
 bool choosePhone(const QString& root);
 
+/// Brings the session's menu in line with the folder of the phone's that Quiver has there. Only the
+/// user's own phone stands in it: true, and nothing done, where another one was chosen. False,
+/// told, where something could not be written.
+bool showInSession();
+
+/// The phone that was chosen is the user's own.
+bool isOwnPhone();
+
 /// Reads the phone's settings and opens its database, so that it can be looked at beside whoever is
 /// at work on it.
 void readPhone();
