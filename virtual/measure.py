@@ -1,0 +1,134 @@
+"""What Quiver costs on the emulated phone: memory, and time as ratios to a bare list of Qt's."""
+
+import sys
+import tempfile
+import time
+
+from machine import Phone
+
+WINDOW = "/usr/phone/quiver/quiver"
+HELLO = "/usr/phone/bin/hello"
+APPS = "/ezxlocal/download/mystuff/quiver"
+# One small application more, without a copy of a program.
+ONE_MORE = ("mkdir {apps}/App{n}; sed 's/^Name = .*/Name = App {n}/' {apps}/Calculator/Calculator.cfg"
+            " > {apps}/App{n}/App{n}.cfg; cp {apps}/Calculator/icon.svg {apps}/App{n}")
+
+
+def add_apps(phone, count):
+    """Applications until there are `count`."""
+    one = ONE_MORE.format(apps=APPS, n="$n")
+    phone.run(f"n=5; while [ $n -lt {count} ]; do n=$((n + 1)); {one}; done; sync", patience=300)
+
+
+def memory_of(phone, program="quiver"):
+    """Anonymous and resident memory of the program in KB."""
+    said = phone.run(f"cat /proc/$(pidof {program})/smaps_rollup")
+    sizes = dict(line.split(":", 1) for line in said.splitlines() if ":" in line)
+    return [int(sizes[kind].split()[0]) for kind in ("Anonymous", "Rss")]
+
+
+def visit_screens(phone):
+    """Every screen that the window has, without doing anything to an application."""
+    for keys in (("soft1", "4"), ("soft1",), ("soft1", "2"), ("soft2",), ("soft1", "7"),
+                 ("soft2", "soft2"), ("soft1", "0"), ("soft1",), ("soft1", "8"), ("soft2",),
+                 ("soft1", "3"), ("soft2",), ("right",), ("soft1",), ("soft2",), ("left",)):
+        for key in keys:
+            phone.press_and_wait(key)
+
+
+def memory(build, count):
+    with tempfile.TemporaryDirectory() as folder:
+        with Phone(build, folder, options=["START=/bin/true"]) as phone:
+            add_apps(phone, count)
+        with Phone(build, folder, options=[f"START={WINDOW}"]) as phone:
+            phone.wait("Exit", without=["Loading"], patience=300)
+            visit_screens(phone)
+            phone.wait("Exit")
+            anonymous, resident = memory_of(phone)
+            print(f"memory with {count} applications: {anonymous} KB anonymous,"
+                  f" {resident} KB resident", flush=True)
+            return anonymous
+
+
+def big_package(build):
+    """Packs and unpacks an application of 20 MB in the window of the phone."""
+    with tempfile.TemporaryDirectory() as folder:
+        with Phone(build, folder, options=["START=/bin/true"]) as phone:
+            phone.run(f"dd if=/dev/urandom of={APPS}/BlockDrop/data bs=1M count=20; sync", 120)
+        with Phone(build, folder, options=[f"START={WINDOW}"]) as phone:
+            phone.wait("Block Drop", without=["Loading"])
+            phone.press_and_wait("soft1")
+            phone.press_and_wait("6")
+            phone.press_and_wait("1")
+            phone.wait("Success", patience=600)
+            print(f"after packing 20 MB: {memory_of(phone)[0]} KB anonymous", flush=True)
+            packed = phone.run("stat -c %s /mmc/mmca1/zpk_files/BlockDrop.zpk")
+            phone.press_and_wait("soft1")
+            phone.run(f"({WINDOW.replace('/quiver/', '/cli/')} --version) 2>&1")
+            phone.press_and_wait("right")
+            phone.go_to("zpk_files")
+            phone.press_and_wait("select")
+            phone.go_to("BlockDrop.zpk")
+            phone.press_and_wait("select")
+            for _ in range(2):
+                phone.wait("Yes" if _ == 0 else "Where to?", patience=120)
+                phone.press_and_wait("soft1")
+            phone.wait("Success", patience=600)
+            print(f"after unpacking the {packed} bytes: {memory_of(phone)[0]} KB anonymous",
+                  flush=True)
+
+
+def seconds_to(build, folder, program, *words):
+    """From power-on to the words on the screen, and from a key to the next screen, in seconds."""
+    with Phone(build, folder, options=[f"START={program}"]) as phone:
+        started = time.monotonic()
+        phone.wait(*words, program=program.rsplit("/", 1)[1], without=["Loading"])
+        until = time.monotonic() - started
+        time.sleep(2)
+        started = time.monotonic()
+        for _ in range(10):
+            phone.press_and_wait("down")
+        return until, (time.monotonic() - started) / 10
+
+
+def times(build, rounds=3):
+    with tempfile.TemporaryDirectory() as folder:
+        totals = [0.0] * 4
+        for _ in range(rounds):
+            quiver = seconds_to(build, folder, WINDOW, "Block Drop")
+            hello = seconds_to(build, folder, HELLO, "Application 0")
+            totals = [total + one for total, one in zip(totals, quiver + hello)]
+    print(f"boot to the list: {totals[0] / totals[2]:.2f} of that to a bare list of Qt's;"
+          f" a key to its screen: {totals[1] / totals[3]:.2f}", flush=True)
+
+
+def instructions(build, folder, program):
+    """Of the processor, until the program rests: each takes a nanosecond of this phone's time."""
+    options = [f"START={program}", "QT_QPA_GENERIC_PLUGINS=evdevkeyboard:/dev/input/event1"]
+    with Phone(build, folder, options, extra=["-icount", "shift=0,sleep=off"]) as phone:
+        name = program.rsplit("/", 1)[1]
+        spent, last = 0, -1
+        while spent == 0 or spent != last:
+            last = spent
+            said = phone.run(f"sleep 3; cat /proc/$(pidof {name})/schedstat", 300).split()
+            spent = int(said[0]) if said and said[0].isdigit() else 0
+        return spent
+
+
+def start(build, count=200):
+    with tempfile.TemporaryDirectory() as folder:
+        with Phone(build, folder, options=["START=/bin/true"]) as phone:
+            add_apps(phone, count)
+            phone.run("/usr/phone/cli/quiver scan --yes --quiet; sync", 300)
+        quiver = instructions(build, folder, WINDOW)
+        hello = instructions(build, folder, HELLO)
+    print(f"instructions to a list of {count}: {quiver / 1e6:.0f} million,"
+          f" {quiver / hello:.2f} of those of a bare list of Qt's", flush=True)
+
+
+if __name__ == "__main__":
+    for applications in (10, 100, 500):
+        memory(sys.argv[1], applications)
+    big_package(sys.argv[1])
+    times(sys.argv[1])
+    start(sys.argv[1])
