@@ -128,6 +128,12 @@ class Phone:
         with self._change:
             self._change.wait_for(lambda: self.told > told, 2)
 
+    def rest(self, seconds=0.4):
+        """Waits until the screen has not changed for so long."""
+        with self._change:
+            while self._change.wait(seconds):
+                pass
+
     def words(self):
         """The texts on the screen, from top to bottom."""
         with self._change:

@@ -27,6 +27,8 @@ class Tour:
 
     def see(self, name, *texts, program="quiver", without=()):
         self.phone.wait(*texts, program=program, without=without)
+        self.phone.rest()
+        self.phone.wait(*texts, program=program, without=without)
         self.taken += 1
         label = f"{self.taken:02d}-{name}"
         self.phone.picture(f"{self.pictures}/{label}.png")

@@ -20,6 +20,24 @@ bool isHeldByAnother(int folder) {
     return flock(folder, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 
+/// The folder's descriptor, which has the lock as long as it is open; -1 where another program has
+/// it, -2 where there is no such folder.
+int lockedFolder(const QString& phonePath, int patience) {
+    constexpr int pause = 50; // ms
+    const QByteArray path = toBytes(hostPath(phonePath));
+    const int folder = open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    for (; folder >= 0 && isHeldByAnother(folder); patience -= pause) {
+        if (patience <= 0) {
+            close(folder);
+            return -1;
+        }
+        usleep(pause * 1000);
+    }
+    return folder < 0 ? -2 : folder;
+}
+
+int phoneLock = -1;
+
 QByteArray contentOf(const QString& path) {
     QByteArray content;
     readRegularFile(path, anySize, content);
@@ -29,19 +47,19 @@ QByteArray contentOf(const QString& path) {
 } // namespace
 
 bool lockPhone(int patience) {
-    constexpr int pause = 50; // ms
-    const QByteArray path = toBytes(hostPath(Path::systemFolder));
-    const int folder = open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0)
-        return true;
-    for (; isHeldByAnother(folder); patience -= pause) {
-        if (patience <= 0) {
-            close(folder);
-            return false;
-        }
-        usleep(pause * 1000);
-    }
-    return true; // the folder stays open, and with it the mark
+    if (phoneLock < 0)
+        phoneLock = lockedFolder(Path::systemFolder, patience);
+    return phoneLock != -1;
+}
+
+void unlockPhone() {
+    if (phoneLock >= 0)
+        close(phoneLock);
+    phoneLock = -1;
+}
+
+bool claimWindow() {
+    return lockedFolder(Path::phoneApps, 0) != -1; // stays open, and with it the mark
 }
 
 QString phoneHolder() {

@@ -40,6 +40,14 @@ void splitProgramPath(const QString& program) {
     printf("DEBUG:: App Path : %s\n", toBytes(AppPath).constData());
 }
 
+/// The text that says why no window may be opened now; null where one may.
+const char* obstacle() {
+    constexpr int patience = 5000; // ms
+    if (!claimWindow())
+        return "TXT_ALREADY_OPEN";
+    return lockPhone(patience) ? nullptr : "TXT_PHONE_BUSY";
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -58,8 +66,8 @@ int main(int argc, char** argv) {
     srand(getpid());
     if (argc > 1 && checkParameters(argc, argv) != 0)
         return 0;
-    if (!lockPhone(0)) {
-        showNotice("Quiver", tr("TXT_ALREADY_OPEN"));
+    if (const char* why = obstacle()) {
+        showNotice("Quiver", tr(why));
         return 1;
     }
     loadAppRegistry(false);

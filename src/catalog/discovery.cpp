@@ -2,6 +2,7 @@
 
 #include "Bytes.h"
 #include "PhoneRoot.h"
+#include "RegularFile.h"
 #include "database.h"
 #include "descriptor.h"
 #include "storage.h"
@@ -96,6 +97,11 @@ Apps findApps() {
 
 void discoverApps() {
     AppMap = findApps();
+}
+
+QByteArray appsState() {
+    return QByteArray::number(appDbVersion()) + fileState(hostPath(appsFolder(phoneMemory))) +
+           fileState(hostPath(appsFolder(memoryCard)));
 }
 
 ZPK_App* appAt(const QString& path) {

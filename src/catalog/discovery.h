@@ -36,6 +36,10 @@ void discoverApps();
 /// outlive a discovery, so whoever has waited for an answer looks for it again.
 ZPK_App* appAt(const QString& path);
 
+/// Changes whenever another program has installed, deleted, moved or renamed an application, or put
+/// one into the phone's menu.
+QByteArray appsState();
+
 /// Gives `app` its identifier, the stored one where the database knows its folder, else a new one
 /// with a row of its own, and its menu flag.
 void ensureAppInDb(ZPK_App& app);

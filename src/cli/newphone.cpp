@@ -76,7 +76,8 @@ bool fill(const QString& root, bool hasCard, const QString& language) {
         if (!makeFolders(root, folder))
             return false;
     }
-    return (!hasCard || makeCardFolders(root)) && makeFolders(root, "/tmp") && chmod(toBytes(root + "/tmp").constData(), 01777) == 0 &&
+    return (!hasCard || makeCardFolders(root)) && makeFolders(root, "/tmp") &&
+           chmod(toBytes(root + "/tmp").constData(), 01777) == 0 &&
            chmod(toBytes(root).constData(), 0755) == 0 && writeFiles(root, hasCard, language);
 }
 

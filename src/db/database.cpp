@@ -11,6 +11,7 @@
 #include <sqlite3.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 namespace {
@@ -185,6 +186,17 @@ bool openAppDbForReading() {
     sqlite3_close(AppDb);
     AppDb = nullptr;
     return false;
+}
+
+int appDbVersion() {
+    int version = 0;
+    const auto keep = [](void* place, int, char** values, char**) {
+        *static_cast<int*>(place) = values[0] ? atoi(values[0]) : 0;
+        return 0;
+    };
+    if (AppDb)
+        sqlite3_exec(AppDb, Sql::version, keep, &version, nullptr);
+    return version;
 }
 
 bool isAppDbUsable() {

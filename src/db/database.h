@@ -26,6 +26,9 @@ bool openAppDbForReading();
 /// The database is open, and it is one.
 bool isAppDbUsable();
 
+/// Changes whenever another program has changed the database.
+int appDbVersion();
+
 /// False when SQLite refuses to close.
 bool closeAppDb();
 

@@ -22,6 +22,7 @@ constexpr int scrollStep = 20;
 constexpr int tabSkin = 63;
 constexpr int listSkin = 40;
 constexpr int firstRefreshDelay = 10; // ms; the empty window is on the screen by then
+constexpr int idleAfter = 500;        // ms
 constexpr int announcedDelay = 10;    // ms; the question has left the screen by then
 const QString packageIcon = "Mpkgbox_Small.g";
 
@@ -51,6 +52,10 @@ zBaseGUI::zBaseGUI() : ZKbMainWidget(nullptr, nullptr, 0) {
     makeMenus();
     makeSoftKey();
     setFocusProxy(m_appList);
+    m_idle.setSingleShot(true);
+    m_idle.setInterval(idleAfter);
+    connect(&m_idle, &QTimer::timeout, this, &zBaseGUI::yieldPhone);
+    qApp->installEventFilter(this);
     QTimer::singleShot(firstRefreshDelay, this, &zBaseGUI::firstRefresh);
     puts("DEBUG:: zBaseGUI Contructor - End");
 }
@@ -83,19 +88,13 @@ void zBaseGUI::firstRefresh() {
     ZScreen::instance().waitUntilPainted();
     loadFolder(SdPresent ? Path::cardMount : Path::phoneFiles);
     refreshList(true);
+    m_idle.start();
 }
 
 void zBaseGUI::announce(void (zBaseGUI::*work)()) {
-    qApp->installEventFilter(this);
+    m_isAnnounced = true;
     QTimer::singleShot(announcedDelay, this, [this, work] {
-        qApp->removeEventFilter(this);
+        m_isAnnounced = false;
         (this->*work)();
     });
-}
-
-bool zBaseGUI::eventFilter(QObject* watched, QEvent* event) {
-    if (!isInput(*event) && event->type() != QEvent::Close)
-        return ZKbMainWidget::eventFilter(watched, event);
-    event->ignore();
-    return true;
 }

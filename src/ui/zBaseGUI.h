@@ -5,6 +5,7 @@
 #include "storage.h"
 
 #include <QSet>
+#include <QTimer>
 
 #include <memory>
 
@@ -67,7 +68,8 @@ public:
 
     ZNavTabWidget* tabWidget() const { return m_tabs; }
 
-    /// Only on the way from an announcement to its work: drops keys and touches.
+    /// Drops keys and touches on the way from an announcement to its work, and where the phone is
+    /// no longer as the screen shows it.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 public slots:
@@ -118,6 +120,11 @@ private:
     /// Starts `work` when the question before it has left the screen. Until then nothing that the
     /// user does counts: it was meant for a screen that is about to change.
     void announce(void (zBaseGUI::*work)());
+    /// The phone is for other programs, too, while nobody uses the window. Its next use takes it
+    /// back: false where what the user sees was no longer true, or another program is at work.
+    bool takePhone();
+    void yieldPhone();
+    void showChanges();
     void makeMenus();
     void makeSoftKey();
     /// Into the mode in which several rows can be selected, or out of it. The list is filled anew.
@@ -155,6 +162,12 @@ private:
     ZListBox* m_appList = nullptr;
     ZListBox* m_packageList = nullptr;
     bool m_multiSelect = false;
+    bool m_isAnnounced = false;
+    bool m_hasPhone = true;
+    bool m_isTaking =
+        false; ///< the phone; what is pressed meanwhile is for the notice on the screen
+    QTimer m_idle;
+    QByteArray m_appsState;         ///< when the phone was yielded
     QSet<QString> m_markedPackages; ///< of the browser's folder, those looked at already
     bool m_isReadingPackage = false;
     std::unique_ptr<Package> m_confirmedPackage; ///< to be installed next; none where nothing is
