@@ -40,6 +40,13 @@ Outcome endMove(const QString& from, const QString& to, int before) {
     return goesBack ? Outcome::Cancelled : Outcome::Done;
 }
 
+/// The copy first: what a power cut leaves is then the source, or both, of which the mark tells the
+/// next start, or the copy.
+void settleMove(const QString& from, const QString& to) {
+    writeBack(to);
+    writeBack(from.left(from.lastIndexOf('/')));
+}
+
 /// Moves the folder; true when the application lies at `to` afterwards. What a failed move has left
 /// there is taken away as long as the source is still whole: half an application must not turn up
 /// beside the real one. Once the source has lost something, the target is the whole one.
@@ -54,7 +61,7 @@ bool moveFolder(const QString& from, const QString& to, bool quietOnSuccess) {
     const bool done = runPathCommand(
         from, QString("mv '%1' '%2/'").arg(from, to), quietOnSuccess, [&](int waitStatus) {
             if (waitStatus == 0)
-                runBeside([&] { return writeBack(to), 0; });
+                runBeside([&] { return settleMove(from, to), 0; });
             return cancel.end() ? endMove(from, to, before) : outcomeOf(waitStatus);
         });
     // A command that a signal ended counts as a success, so the folder itself has to tell.

@@ -15,7 +15,10 @@ bool zBaseGUI::eventFilter(QObject* watched, QEvent* event) {
         QTimer::singleShot(0, this, &zBaseGUI::showChanges);
     if (!isInput(*event) && event->type() != QEvent::Close)
         return ZKbMainWidget::eventFilter(watched, event);
-    if (m_isAnnounced || (!m_isTaking && !m_hasPhone && !takePhone())) {
+    const bool isRelease =
+        event->type() == QEvent::KeyRelease || event->type() == QEvent::MouseButtonRelease;
+    const bool isTrue = m_isAnnounced || m_hasPhone || m_isTaking || (!isRelease && takePhone());
+    if (m_isAnnounced || !isTrue) {
         event->ignore();
         return true;
     }

@@ -32,13 +32,16 @@ answers=$'y\n1\n' start 0 "$quiver" 'a demo.ZPK'
 has out "APP_MENU_UUID : 'own'"
 diff -r Demo "$own/$apps/Demo" || complain 'the package is not on the own phone'
 
-# The window has the phone until it ends, and ends with the command that opened it.
+# The window leaves the phone to others while nobody uses it, there is one of it, and it ends with
+# the command that opened it.
 QUIVER_HEADLESS=1 QT_QPA_PLATFORM=offscreen "$quiver" >window 2>&1 &
-is_open() { [[ $("$quiver" scan 2>&1) == *'another program has this phone: quiver'* ]]; }
-wait_for 30 is_open || complain 'the window does not open'
+is_open() { [[ $(QT_QPA_PLATFORM=minimal "$quiver" 2>&1 </dev/null) == *'bereits geöffnet'* ]]; }
+wait_for 30 is_open || complain 'the window does not open, or a second one does'
+wait_for 30 "$quiver" scan >/dev/null || complain 'an idle window keeps the phone'
 [[ $("$quiver" list) == Demo* ]] || complain 'nothing can be read beside the window'
 kill $!
 wait $! || true
-wait_for 30 "$quiver" scan >/dev/null || complain 'the window goes on'
+is_gone() { ! is_open; }
+wait_for 30 is_gone || complain 'the window goes on'
 [[ -z $(find /tmp -maxdepth 2 -lname "$own" 2>/dev/null) ]] || complain 'links to the phone are left'
 passed

@@ -1,6 +1,10 @@
 #include "storage.h"
 
+#include "Bytes.h"
 #include "support.h"
+#include "upgrade.h"
+
+#include <QDir>
 
 #include <sys/stat.h>
 
@@ -61,4 +65,38 @@ TEST(Storage, EachFolderIsMadeWithTheModeOfThePhonesInUse) {
         for (const QByteArray& folder : cardFolders)
             EXPECT_EQ(modeOf(phone.host(folder)), hasCard ? 01411u : 0u) << folder.constData();
     }
+}
+
+TEST(PowerCut, WhatWasOnItsWayIsThereOnceAndWhole) {
+    const QByteArray onPhone = "/ezxlocal/download/mystuff/quiver/";
+    const QByteArray onCard = "/mmc/mmca1/quiver/";
+    const Phone phone;
+    const auto makeApp = [&](const QByteArray& folder, int files) {
+        for (int i = 0; i < files; ++i)
+            phone.makeFile(folder + "/file" + QByteArray::number(i), "x");
+    };
+    phone.makeFolder(onCard + ".First.none");
+    makeApp(onCard + "First", 2);
+    phone.makeFolder(onCard + ".Never.none");
+    phone.makeFolder(onPhone + ".Half.copy");
+    makeApp(onPhone + "Half", 1);
+    makeApp(onCard + "Half", 2);
+    phone.makeFolder(onCard + ".Whole.copy");
+    makeApp(onCard + "Whole", 2);
+    makeApp(onPhone + "Whole", 1);
+    phone.makeFolder(onPhone + ".Gone.copy");
+    makeApp(onPhone + "Gone", 2);
+    mendUpgrades();
+    const auto namesIn = [&](const QByteArray& folder) {
+        return QDir(fromBytes(phone.host(folder)))
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name)
+            .join(' ');
+    };
+    EXPECT_EQ(namesIn(onPhone), "Gone");
+    EXPECT_EQ(namesIn(onCard), "Half Whole");
+    EXPECT_EQ(namesIn(onCard + "Half"), "file0 file1");
+    QDir(fromBytes(phone.host("/mmc/mmca1"))).removeRecursively();
+    phone.makeFolder(onPhone + ".Gone.copy");
+    mendUpgrades();
+    EXPECT_EQ(namesIn(onPhone), ".Gone.copy Gone") << "the card is out";
 }

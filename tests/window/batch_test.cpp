@@ -9,10 +9,16 @@
 #include "ZScreen.h"
 #include "discovery.h"
 #include "language.h"
+#include "lock.h"
 #include "menu.h"
 #include "operations.h"
 
 #include <QTest>
+
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace {
 
@@ -152,4 +158,57 @@ TEST_F(Batches, TheNeighbourOfAMovedApplicationIsSafe) {
     EXPECT_EQ(names(apps()), QStringList({"Beta"}));
     EXPECT_EQ(apps().currentItem(), 0); // the last row is gone, and the one above it highlighted
     expectAgreement();
+}
+
+/// Two programs on one phone: the window sees what the other one does by the database and the
+/// folders, as it would between processes.
+class UiSharing : public Ops {
+protected:
+    /// As another program has the phone and renames the application.
+    void renameElsewhere(const QByteArray& folder, const QByteArray& name) {
+        sqlite3* other = nullptr;
+        ASSERT_EQ(sqlite3_open(phone.host("/ezxlocal/quiver/AppMan.db").constData(), &other),
+                  SQLITE_OK);
+        const QByteArray sql = "UPDATE AppReg SET Name = '" + name + "'";
+        EXPECT_EQ(sqlite3_exec(other, sql.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(other);
+        phone.makeFile("/ezxlocal/download/mystuff/quiver/" + folder + '/' + folder + ".cfg",
+                       "Name = " + name + "\nExec = game\n");
+    }
+
+    /// False while the window has the phone.
+    bool isFree() const {
+        const int folder =
+            ::open(phone.host("/ezxlocal/quiver").constData(), O_RDONLY | O_DIRECTORY);
+        const bool isFree = flock(folder, LOCK_EX | LOCK_NB) == 0;
+        close(folder);
+        return isFree;
+    }
+};
+
+TEST_F(UiSharing, AnIdleWindowLeavesThePhoneToOthersAndShowsWhatTheyDidBeforeItActs) {
+    addGame(phoneMemory, "Game");
+    ASSERT_TRUE(lockPhone(0));
+    openFilled();
+    EXPECT_FALSE(isFree());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isFree(); }));
+    renameElsewhere("Game", "Other");
+    press(Qt::Key_F1);
+    EXPECT_FALSE(ZScreen::instance().isCovered()) << "a key for a row that is no longer true";
+    EXPECT_EQ(names(apps()), QStringList{"Other"});
+    press(Qt::Key_F1);
+    EXPECT_TRUE(ZScreen::instance().isCovered());
+    QTest::qWait(800);
+    EXPECT_FALSE(isFree()) << "the options menu is open";
+    press(Qt::Key_F2);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isFree(); }));
+    const int holder = ::open(phone.host("/ezxlocal/quiver").constData(), O_RDONLY | O_DIRECTORY);
+    ASSERT_EQ(flock(holder, LOCK_EX), 0);
+    const Dialogs dialogs({[](const ZPopup& popup) {
+        EXPECT_EQ(messageOf(popup), tr("TXT_PHONE_BUSY"));
+        press(Qt::Key_F1);
+    }});
+    press(Qt::Key_F1);
+    EXPECT_FALSE(ZScreen::instance().isCovered());
+    close(holder);
 }
