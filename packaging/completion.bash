@@ -5,7 +5,8 @@
 _quiver_apps() {
     local i root=()
     for ((i = 1; i < COMP_CWORD; i++)); do
-        [[ ${COMP_WORDS[i]} != --root ]] || root=(--root "${COMP_WORDS[i + 1]}")
+        [[ ! ${COMP_WORDS[i]} =~ ^--(root|card)$ ]] ||
+            root+=("${COMP_WORDS[i]}" "${COMP_WORDS[i + 1]}")
     done
     # What it expands to is not to be expanded once more.
     mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(quiver "${root[@]}" list 2>/dev/null |
@@ -32,7 +33,7 @@ _quiver_command() {
     local i
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-        --root) ((i++)) ;;
+        --root | --card) ((i++)) ;;
         -*) ;;
         *)
             echo "${COMP_WORDS[i]}"
@@ -45,11 +46,11 @@ _quiver_command() {
 _quiver() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} command
     local commands='list info install upgrade remove move rename save menu scan check pack new help'
-    local options='--root --json --yes --quiet --verbose'
+    local options='--root --card --no-card --json --yes --quiet --verbose'
     command=$(_quiver_command)
     COMPREPLY=()
     case $command:$before in
-    *:--root) _quiver_files "$word" / && return ;;
+    *:--root | *:--card) _quiver_files "$word" / && return ;;
     install:--to) _quiver_words "$word" 'phone card ext' && return ;;
     save:--to) _quiver_words "$word" 'phone card' && _quiver_files "$word" / && return ;;
     *:--to | *:--place) _quiver_words "$word" 'phone card' && return ;;
@@ -59,7 +60,7 @@ _quiver() {
     install | move | save) options+=' --to' ;;
     upgrade) options+=' --dry-run' ;;
     check) options+=' --repair' ;;
-    new) options+=' --no-card --language' ;;
+    new) options+=' --language' ;;
     esac
     if [[ $word == -* ]]; then
         _quiver_words "$word" "$options --help --version"
