@@ -7,6 +7,7 @@
 #include "ZConfig.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QSet>
 
 #include <algorithm>
@@ -63,7 +64,7 @@ QByteArray entryOf(const SessionMenu& menu, const AM_AppObject& app) {
     if (!staysInside(app.exec()) || !app.directory().startsWith('/') || !canBeNamed(program))
         return QByteArray();
     const QString picture = menu.root + app.icon();
-    const bool hasPicture = canBeNamed(picture) && !app.icon().isEmpty() && exists(picture);
+    const bool hasPicture = canBeNamed(picture) && QFileInfo(picture).isFile();
     const QString name = escaped(app.name());
     return QString("[Desktop Entry]\nType=Application\nName=%1\nIcon=%2\nExec=%3\nTryExec=%4\n"
                    "Path=%5\nCategories=Utility;\nTerminal=false\n%6%7\n")

@@ -25,10 +25,11 @@ struct RequiredFolder {
 
 } // namespace
 
-void writeBack(const QString& path) {
+bool writeBack(const QString& path) {
     const int file = open(toBytes(path).constData(), O_RDONLY | O_CLOEXEC);
-    syncfs(file);
+    const bool isWritten = syncfs(file) == 0;
     close(file);
+    return isWritten;
 }
 
 void detectCard() {

@@ -31,8 +31,8 @@ QList<QByteArray> mountPoints(FILE* table);
 bool ensureDir(const QString& path);
 
 /// Has the storage that `path` (of the machine) lies on write what the system still holds back, so
-/// that a power cut does not take it.
-void writeBack(const QString& path);
+/// that a power cut does not take it. False where it cannot, as a card that has been pulled.
+bool writeBack(const QString& path);
 
 /// The application folder of a storage location: the card's for 1, the phone's for any other value.
 QString appsFolder(int location);

@@ -32,19 +32,31 @@ QString folderName(const ZPK_App& app) {
 /// Ends a move that was cancelled on the way: the copy goes as long as the source is whole, all
 /// `before` entries of it and what a running application has added. Once it has lost something, the
 /// copy is whole, and the source goes.
-Outcome endMove(const QString& from, const QString& to, int before) {
+Outcome endMove(const QString& from, const QString& to, int before, KeptFolder& source) {
     const bool goesBack = contentsOf(from).entries >= before;
     if (!goesBack && contentsOf(to).entries != before)
         return Outcome::Failed;
+    if (!goesBack)
+        source.release();
     runSystem(QString("rm -rf '%1'").arg(goesBack ? to : from));
     return goesBack ? Outcome::Cancelled : Outcome::Done;
 }
 
-/// The copy first: what a power cut leaves is then the source, or both, of which the mark tells the
-/// next start, or the copy.
-void settleMove(const QString& from, const QString& to) {
-    writeBack(to);
-    writeBack(from.left(from.lastIndexOf('/')));
+QString parentOf(const QString& path) {
+    return path.left(path.lastIndexOf('/'));
+}
+
+/// The copy first: what a power cut leaves is then the source, or both, of which the marks tell the
+/// next start, or the copy. Only a copy that is written lets the source go.
+Outcome settleMove(const QString& from, const QString& to, KeptFolder& source) {
+    const bool isWritten = runBeside([&] { return writeBack(to) ? 1 : 0; }) == 1;
+    if (!isWritten || !exists(to)) {
+        source.giveBack();
+        return notWritten();
+    }
+    source.release();
+    runBeside([&] { return writeBack(parentOf(from)) ? 1 : 0; });
+    return Outcome::Done;
 }
 
 /// Moves the folder; true when the application lies at `to` afterwards. What a failed move has left
@@ -57,20 +69,24 @@ bool moveFolder(const QString& from, const QString& to, bool quietOnSuccess) {
     }
     const int before = contentsOf(from).entries;
     const CopyMark mark(to);
+    KeptFolder source(from);
     WorkCancel cancel(WorkCancel::AtOnce);
     const bool done = runPathCommand(
         from, QString("mv '%1' '%2/'").arg(from, to), quietOnSuccess, [&](int waitStatus) {
+            const bool isCancelled = cancel.end();
             if (waitStatus == 0)
-                runBeside([&] { return settleMove(from, to), 0; });
-            return cancel.end() ? endMove(from, to, before) : outcomeOf(waitStatus);
+                return settleMove(from, to, source);
+            return isCancelled ? endMove(from, to, before, source) : outcomeOf(waitStatus);
         });
     // A command that a signal ended counts as a success, so the folder itself has to tell.
     if (done && !exists(from))
         return true;
     if (!fitsInQuotes(from) || !exists(to))
         return false;
-    if (contentsOf(from).entries < before)
-        return contentsOf(to).entries == before;
+    if (contentsOf(from).entries < before && contentsOf(to).entries == before) {
+        source.release();
+        return true;
+    }
     runSystem(QString("rm -rf '%1'").arg(to));
     return false;
 }
@@ -131,6 +147,11 @@ bool moveApp(ZPK_App& app, bool quietOnSuccess) {
     return true;
 }
 
+/// Of a command that has succeeded and changed what lies at `path`.
+Outcome writtenOutcome(const QString& path) {
+    return runBeside([&] { return writeBack(path) ? 1 : 0; }) == 1 ? Outcome::Done : notWritten();
+}
+
 bool saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
     const QString name = folderName(app);
     const QString enter = QString("cd '%1';").arg(hostPath(appsFolder(app.location)));
@@ -147,9 +168,10 @@ bool saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
     WorkCancel cancel(WorkCancel::AtOnce);
     return runPathCommand(older, enter + ' ' + packCommand(older, name), quietOnSuccess,
                           [&](int waitStatus) {
+                              const bool isCancelled = cancel.end();
                               if (waitStatus == 0)
-                                  runBeside([&] { return writeBack(older), 0; });
-                              if (!cancel.end() || waitStatus == 0)
+                                  return writtenOutcome(older);
+                              if (!isCancelled)
                                   return outcomeOf(waitStatus);
                               remove(toBytes(older).constData());
                               if (isOurs)
@@ -162,7 +184,10 @@ bool deleteApp(ZPK_App& app, bool quietOnSuccess) {
     if (refuseWithoutFolder(app))
         return false;
     const QString path = hostPath(app.path);
-    const bool done = runPathCommand(path, QString("rm -rf '%1'").arg(path), quietOnSuccess);
+    const bool done =
+        runPathCommand(path, QString("rm -rf '%1'").arg(path), quietOnSuccess, [&](int waitStatus) {
+            return waitStatus == 0 ? writtenOutcome(parentOf(path)) : outcomeOf(waitStatus);
+        });
     if (!done || exists(path)) {
         puts("DEBUG:: Error while deleting ZPK");
         return false;

@@ -101,6 +101,16 @@ Outcome outcomeOf(int waitStatus) {
     return ((waitStatus >> 8) & 127) == 0 ? Outcome::Done : Outcome::Failed;
 }
 
+Outcome notWritten() {
+    const int flags = O_WRONLY | O_APPEND | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    const int log = open(toBytes(hostPath(Path::commandLog)).constData(), flags);
+    const QByteArray text = toBytes(tr("POP_ERROR_NOT_WRITTEN_TEXT")) + '\n';
+    if (write(log, text.constData(), text.size()) < 0)
+        perror("quiver");
+    close(log);
+    return Outcome::Failed;
+}
+
 void outliveReaders() {
     // A signal that is ignored is ignored by the commands, too; one that is handled is not.
     signal(SIGPIPE, [](int) {});

@@ -15,6 +15,10 @@ int runSystem(const QString& command);
 
 enum class Outcome { Done, Failed, Cancelled };
 
+/// What a command counts as whose work could not be written to the storage: a failure, which its
+/// log tells of.
+Outcome notWritten();
+
 /// What a command counts as that ended with `waitStatus`, which `system` returned.
 Outcome outcomeOf(int waitStatus);
 

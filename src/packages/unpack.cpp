@@ -17,10 +17,9 @@ Outcome settle(Upgrade& upgrade, int waitStatus, bool isCancelled) {
         runBeside([&] { return upgrade.undo(), 0; });
         return Outcome::Cancelled;
     }
-    if (waitStatus == 0)
-        runBeside([&] { return upgrade.keep(), 0; });
+    const bool isKept = waitStatus == 0 && runBeside([&] { return upgrade.keep() ? 1 : 0; }) == 1;
     if (upgrade.isEmpty())
-        return outcomeOf(waitStatus);
+        return waitStatus == 0 && !isKept ? notWritten() : outcomeOf(waitStatus);
     const bool isWhole = waitStatus == 0 && upgrade.isUnpacked();
     runBeside([&] {
         isWhole ? upgrade.finish() : upgrade.giveBack();

@@ -6,6 +6,7 @@
 #include "foldersize.h"
 #include "paths.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include <dirent.h>
@@ -20,6 +21,14 @@ namespace {
 
 QByteArray pathOf(const QByteArray& root, const QByteArray& name) {
     return root + '/' + name;
+}
+
+QByteArray parentOf(const QByteArray& path) {
+    return path.left(path.lastIndexOf('/'));
+}
+
+QByteArray nameOf(const QByteArray& path) {
+    return path.mid(path.lastIndexOf('/') + 1);
 }
 
 bool isThere(const QByteArray& path) {
@@ -140,9 +149,7 @@ void mendIn(const QByteArray& root, const QByteArray& sourceRoot) {
         const QByteArray left = nameOfAside(aside, asideLeft);
         const QByteArray first = nameOfAside(aside, asideNone);
         const QByteArray copy = nameOfAside(aside, asideCopy);
-        const bool isAside =
-            !before.isEmpty() || !left.isEmpty() || !first.isEmpty() || !copy.isEmpty();
-        const int lock = isAside ? lockFolder(pathOf(root, aside)) : -1;
+        const int lock = isNameOfAside(fromBytes(aside)) ? lockFolder(pathOf(root, aside)) : -1;
         if (lock < 0)
             continue;
         if (!before.isEmpty())
@@ -151,8 +158,10 @@ void mendIn(const QByteArray& root, const QByteArray& sourceRoot) {
             bringOver(root, left);
         else if (!copy.isEmpty())
             endCopy(root, copy, sourceRoot);
-        else if (removeTree(pathOf(root, first)))
+        else if (!first.isEmpty() && removeTree(pathOf(root, first)))
             rmdir(pathOf(root, aside).constData());
+        else if (first.isEmpty() && isThere(pathOf(root, nameOfAside(aside, asideLinks))))
+            removeTree(pathOf(root, aside));
         close(lock);
     }
 }
@@ -213,9 +222,10 @@ void Upgrade::undo() {
         removeTree(pathOf(first.root, first.name));
 }
 
-void Upgrade::keep() {
-    for (const Aside& first : m_first)
-        syncfs(first.lock);
+bool Upgrade::keep() {
+    return std::all_of(m_first.begin(), m_first.end(), [](const Aside& first) {
+        return first.lock < 0 || syncfs(first.lock) == 0;
+    });
 }
 
 void Upgrade::finish() {
@@ -231,11 +241,46 @@ void Upgrade::finish() {
     m_asides.clear();
 }
 
+KeptFolder::KeptFolder(const QString& folder)
+    : m_folder(toBytes(folder)),
+      m_copy(asidePath(parentOf(m_folder), nameOf(m_folder), asideBefore)) {
+    if (isThere(m_copy))
+        return;
+    std::error_code error;
+    const QByteArray links = asidePath(parentOf(m_folder), nameOf(m_folder), asideLinks);
+    fs::copy(m_folder.toStdString(), links.toStdString(),
+             fs::copy_options::recursive | fs::copy_options::create_hard_links |
+                 fs::copy_options::copy_symlinks,
+             error);
+    m_lock = error ? -1 : lockFolder(links);
+    if (m_lock >= 0 && moveTo(links, m_copy))
+        return;
+    removeTree(links);
+    close(m_lock);
+    m_lock = -1;
+}
+
+KeptFolder::~KeptFolder() {
+    giveBack();
+}
+
+void KeptFolder::giveBack() {
+    if (m_lock >= 0 && entriesIn(m_folder) < entriesIn(m_copy) && removeTree(m_folder))
+        moveTo(m_copy, m_folder);
+    release();
+}
+
+void KeptFolder::release() {
+    if (m_lock < 0)
+        return;
+    removeTree(m_copy);
+    close(m_lock);
+    m_lock = -1;
+}
+
 CopyMark::CopyMark(const QString& target)
-    : m_path(asidePath(toBytes(target.left(target.lastIndexOf('/'))),
-                       toBytes(target.mid(target.lastIndexOf('/') + 1)), asideCopy)),
-      m_lock(makeMark(toBytes(target.left(target.lastIndexOf('/'))),
-                      toBytes(target.mid(target.lastIndexOf('/') + 1)), asideCopy)) {}
+    : m_path(asidePath(parentOf(toBytes(target)), nameOf(toBytes(target)), asideCopy)),
+      m_lock(makeMark(parentOf(toBytes(target)), nameOf(toBytes(target)), asideCopy)) {}
 
 CopyMark::~CopyMark() {
     removeMark(m_path, m_lock);

@@ -36,7 +36,8 @@ public:
     void undo();
 
     /// Has first versions written to the storage, before anybody is told that they are there.
-    void keep();
+    /// False where they cannot be.
+    bool keep();
 
     /// The new versions count from here on; settings, saved games and whatever else they did not
     /// bring are moved into them.
@@ -54,6 +55,29 @@ private:
     std::vector<Aside> m_asides;
     std::vector<Aside> m_first; ///< nothing lay there; the lock is -1 where no mark can be made
     bool m_isReady = true;
+};
+
+/// A folder that a command moves away, kept by second links to its files until the copy is known to
+/// be written. It waits as an old version does, so that the next start gives it back as well.
+class KeptFolder {
+public:
+    /// `folder` is a path of the machine. Where the storage has no links, nothing is kept.
+    explicit KeptFolder(const QString& folder);
+
+    /// As `giveBack`, where neither that nor `release` was called.
+    ~KeptFolder();
+    Q_DISABLE_COPY_MOVE(KeptFolder)
+
+    /// Puts the folder back where it has lost something.
+    void giveBack();
+
+    /// The folder may go.
+    void release();
+
+private:
+    QByteArray m_folder;
+    QByteArray m_copy;
+    int m_lock = -1; ///< -1 where nothing is kept
 };
 
 /// A folder that comes from the other storage: until the mark goes, it may be half of what lies

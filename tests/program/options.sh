@@ -85,10 +85,12 @@ check_command_lines() {
     only_changed ''
 }
 
-# A window elsewhere holds the lock; a listing beside it goes on.
+# A window elsewhere, or a program that changes the phone; a listing beside it goes on.
 check_second_start() {
-    start 1 flock root/ezxlocal/quiver "$quiver"
+    start 1 flock root/ezxlocal/download/mystuff/quiver "$quiver"
     has err 'Quiver is already open.'
+    start 1 flock root/ezxlocal/quiver "$quiver"
+    has err 'Another program is changing the phone.'
     start 0 flock root/ezxlocal/quiver "$quiver" --list-apps-in-db
 }
 

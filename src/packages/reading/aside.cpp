@@ -20,5 +20,6 @@ bool canBePutAside(const QString& name) {
 bool isNameOfAside(const QString& name) {
     const QByteArray bytes = toBytes(name);
     const auto endsSo = [&](const QByteArray& end) { return !nameOfAside(bytes, end).isEmpty(); };
-    return endsSo(asideBefore) || endsSo(asideLeft) || endsSo(asideNone) || endsSo(asideCopy);
+    return endsSo(asideBefore) || endsSo(asideLeft) || endsSo(asideNone) || endsSo(asideCopy) ||
+           endsSo(asideLinks);
 }

@@ -6,11 +6,12 @@
 /// An old version waits under these names while it is replaced: NAME as ".NAME.before", and as
 /// ".NAME.left" while what the new one lacks goes over to that. Where there was none, the empty
 /// folder ".NAME.none" stands while the first one comes, and ".NAME.copy" while one comes from the
-/// other storage.
+/// other storage; ".NAME.links" is on its way to be a ".NAME.before".
 inline const QByteArray asideBefore = ".before";
 inline const QByteArray asideLeft = ".left";
 inline const QByteArray asideNone = ".none";
 inline const QByteArray asideCopy = ".copy";
+inline const QByteArray asideLinks = ".links";
 
 /// The path in the folder `root` that `name` waits at, with one of these ends.
 QByteArray asidePath(const QByteArray& root, const QByteArray& name, const QByteArray& end);
