@@ -175,10 +175,11 @@ void ZOptionsMenu::closeAll() {
 
 void ZOptionsMenu::layOut() {
     const QSize hint = m_column->sizeHint();
-    const int width = qMin(qMax(hint.width() + 2 * cardPadding, this->width() * 4 / 5),
-                           this->width() - 2 * sideMargin);
+    const int room = qMin(this->width(), scaled(Measure::widestCard));
+    const int width =
+        qMin(qMax(hint.width() + 2 * cardPadding, room * 4 / 5), room - 2 * sideMargin);
     const int height = qMin(hint.height() + 2 * cardPadding, area().height() - 2 * Measure::grid);
-    const int left = m_opener ? this->width() - width - sideMargin : sideMargin;
+    const int left = m_opener ? room - width - sideMargin : sideMargin;
     m_card = QRect(left, area().bottom() + 1 - Measure::grid / 2 - height, width, height);
     m_scroll->setGeometry(m_card.adjusted(cardPadding, cardPadding, -cardPadding, -cardPadding));
     update();

@@ -187,7 +187,7 @@ void ZPopup::resizeEvent(QResizeEvent* event) {
 }
 
 QSize ZPopup::cardSize() const {
-    const int width = this->width() - 2 * Measure::dialogMargin;
+    const int width = qMin(this->width() - 2 * Measure::dialogMargin, scaled(Measure::widestCard));
     const int content = m_content->hasHeightForWidth() ? m_content->totalHeightForWidth(width)
                                                        : m_content->totalSizeHint().height();
     const int room = area().height() - 2 * Measure::dialogMargin;

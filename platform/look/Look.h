@@ -43,6 +43,7 @@ constexpr int titleIcon = 16;
 constexpr int titleFont = 15;
 constexpr int softKeyBar = 30;
 constexpr int softKeyFont = 14;
+constexpr int widestCard = 480; ///< of popups and menus, where the screen is wider than a phone's
 constexpr int dialogMargin = 8;
 constexpr int dialogPadding = 12;
 constexpr int dialogFont = 14;
