@@ -2,12 +2,14 @@
 
 #include "Look.h"
 #include "Waiting.h"
+#include "WindowPlace.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QTimer>
 
 #include <cstdio>
@@ -56,7 +58,8 @@ void ZScreen::discard() {
 }
 
 ZScreen::ZScreen() {
-    setMinimumSize(smallest);
+    // On a desktop nothing forces a window that is smaller than the phone's screen.
+    setMinimumSize(isOnDesktop() ? Measure::screen.boundedTo(screen()->availableSize()) : smallest);
     resize(Measure::screen);
     setFocusPolicy(Qt::StrongFocus);
     int x = 0;
@@ -64,6 +67,17 @@ ZScreen::ZScreen() {
     if (sscanf(qgetenv("QUIVER_PLACE").constData(), "%d,%d", &x, &y) == 2)
         move(x, y);
     setWindowTitle(QGuiApplication::applicationDisplayName());
+}
+
+ZScreen::~ZScreen() {
+    if (!m_placeFile.isEmpty() && isVisible())
+        keepPlace(*this, m_placeFile);
+}
+
+void ZScreen::rememberPlace(const QString& program) {
+    m_placeFile = placeFile(program);
+    if (!m_placeFile.isEmpty())
+        restorePlace(*this, m_placeFile);
 }
 
 void ZScreen::setMainWidget(QWidget* widget) {

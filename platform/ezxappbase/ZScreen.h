@@ -17,7 +17,13 @@ public:
     static ZScreen& instance();
     static void discard();
 
+    ~ZScreen() override;
+
     QWidget* mainWidget() const { return m_main; }
+
+    /// On a desktop: takes the place and size that the window of `program` had at the end of its
+    /// last run, and keeps those that it has at its end. Not where QUIVER_PLACE says the place.
+    void rememberPlace(const QString& program);
 
     void setMainWidget(QWidget* widget);
 
@@ -46,4 +52,5 @@ private:
     static ZScreen* s_instance;
     bool m_painted = false;
     QPointer<QWidget> m_main;
+    QString m_placeFile; ///< empty where nothing is kept
 };

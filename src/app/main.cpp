@@ -2,6 +2,7 @@
 #include "Environment.h"
 #include "PhoneRoot.h"
 #include "ZApplication.h"
+#include "ZScreen.h"
 #include "appregistry.h"
 #include "console.h"
 #include "database.h"
@@ -77,6 +78,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     auto window = std::make_unique<zBaseGUI>();
+    ZScreen::instance().rememberPlace("quiver");
     application->setMainWidget(window.get());
     const int result = application->exec();
     window.reset();

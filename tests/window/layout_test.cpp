@@ -5,6 +5,7 @@
 #include "Look.h"
 #include "MenuRow.h"
 #include "SoftKeyBar.h"
+#include "WindowPlace.h"
 #include "ZLabel.h"
 #include "ZListBox.h"
 #include "ZOptionsMenu.h"
@@ -189,6 +190,33 @@ TEST_P(UiLayout, DialogsCanBeRead) {
         app->version = version;
         Dialogs dialogs({reading("package", Key_F2)});
         askToInstall("T", "T", {"a.zpk", "", info});
+    }
+}
+
+TEST_F(Ui, TheWindowComesBackWhereItWasAsFarAsTheScreenHasRoom) {
+    EXPECT_EQ(placeFile("quiver"), QString()) << "nothing is kept without a desktop";
+    const QByteArray file = phone.host("/config/quiver/window.conf");
+    const auto restored = [&] {
+        QWidget window;
+        window.setGeometry(1, 2, 240, 320);
+        restorePlace(window, QString::fromUtf8(file));
+        return window.geometry();
+    };
+    const QRect first(1, 2, 240, 320);
+    EXPECT_EQ(restored(), first);
+    QWidget window;
+    window.setGeometry(70, 80, 300, 400);
+    keepPlace(window, QString::fromUtf8(file));
+    EXPECT_EQ(restored(), QRect(70, 80, 300, 400));
+    const QSize screen = window.screen()->availableSize();
+    for (const auto& [content, expected] :
+         Rows<QByteArray, QRect>{{"place=@Rect(9000 80 300 400)", QRect(1, 2, 300, 400)},
+                                 {"place=@Rect(-500 0 9000 9000)", QRect(QPoint(1, 2), screen)},
+                                 {"place=@Rect(5 5 0 -7)", first},
+                                 {"place=@Rect(5 5", first},
+                                 {"place=@Variant(\\0\\0\\0\\x7f", first}}) {
+        writeFile(file, "[window]\n" + content + '\n');
+        EXPECT_EQ(restored(), expected) << content.constData();
     }
 }
 
