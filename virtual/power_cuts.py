@@ -138,4 +138,6 @@ def sweep(build, folder, names=tuple(OPERATIONS), during=12):
 
 
 if __name__ == "__main__":
-    print("broken:", sweep(sys.argv[1], sys.argv[2], tuple(sys.argv[3:]) or tuple(OPERATIONS)))
+    found = sweep(sys.argv[1], sys.argv[2], tuple(sys.argv[3:]) or tuple(OPERATIONS))
+    print(f"{found} cuts have left something broken")
+    sys.exit(found > 0)

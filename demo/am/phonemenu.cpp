@@ -7,9 +7,7 @@
 
 const QString PhoneMenu::root = "00000000-0000-0000-0000-000000000000";
 
-PhoneMenu::PhoneMenu()
-    : m_tree(hostPath(userMenuTreeFile), true),
-      m_registry(nullptr, nullptr) {
+PhoneMenu::PhoneMenu() : m_tree(hostPath(userMenuTreeFile), true), m_registry(nullptr, nullptr) {
     m_registry.init();
 }
 
