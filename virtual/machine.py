@@ -42,6 +42,7 @@ class Phone:
             "console=ttyS1 quiet rw init=/init fbcon=map:9 cma=1M "
             + " ".join("phone." + option for option in options),
             "-global", "virtio-mmio.force-legacy=false", "-no-reboot",
+            "-nic", "none",
             "-device", "virtio-gpu-device,xres=240,yres=320", "-device", "virtio-keyboard-device",
             "-drive", f"if=none,id=system,file={build}/system.img,format=raw,readonly=on",
             "-device", "virtio-blk-device,drive=system",
