@@ -11,7 +11,6 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QDir>
-#include <QFontDatabase>
 #include <QKeyEvent>
 
 #include <clocale>
@@ -114,9 +113,7 @@ ZApplication::ZApplication(int&, char** argv, int type) : QApplication(prepared(
     setWaitingScreen(isVisiblePlatform() ? +[] { return ZScreen::instance().isCovered(); }
                                          : nullptr);
     QAccessible::installFactory(makeAccessible);
-    QFont font;
-    if (QFontDatabase::hasFamily("Noto Sans"))
-        font.setFamily("Noto Sans");
+    QFont font("Noto Sans"); // without it fontconfig chooses the next best
     font.setPixelSize(scaled(Measure::dialogFont));
     setFont(font);
     if (isVisiblePlatform())
