@@ -13,6 +13,7 @@
 #include "options.h"
 #include "output.h"
 #include "paths.h"
+#include "sessionlanguage.h"
 #include "settings.h"
 #include "storage.h"
 
@@ -42,18 +43,6 @@ QString phoneProgram() {
     return realPath(programFolder() + "/../bin/quiver");
 }
 
-/// The language of the session, where there are texts in it.
-QString sessionLanguage() {
-    QString locale;
-    for (const char* name : {"LANG", "LC_MESSAGES", "LC_ALL"}) {
-        if (!qEnvironmentVariableIsEmpty(name))
-            locale = qEnvironmentVariable(name);
-    }
-    const QString language = locale.section('.', 0, 0).section('@', 0, 0).section('_', 0, 0);
-    const QString texts = phoneProgram() + '_' + language + ".lng";
-    return !language.isEmpty() && !language.contains('/') && exists(texts) ? language : "en";
-}
-
 /// Where the user's programs keep their data.
 QString dataFolder() {
     const QString data = fromBytes(qgetenv("XDG_DATA_HOME"));
@@ -68,7 +57,7 @@ QString ownRoot() {
 bool makeOwnPhone(const QString& root) {
     QDir().mkpath(root.left(root.lastIndexOf('/')));
     QString error;
-    if (makePhone(root, false, sessionLanguage(), error) || isFolderEntry(root))
+    if (makePhone(root, false, "en", error) || isFolderEntry(root))
         return true; // another first start may have been faster
     tell(error);
     return false;
@@ -220,6 +209,8 @@ bool choosePhone(const QString& root) {
         return false;
     }
     chosenRoot = realPath(absolutePath(chosen));
+    if (isOwnPhone())
+        followSessionLanguage(chosenRoot, sessionLanguage(phoneProgram()));
     if (!chooseCard()) {
         tell("the card cannot be put into the phone");
         return false;

@@ -19,8 +19,21 @@ LC_ALL=de_DE.UTF-8 "$quiver" --list-apps-in-db >second 2>&1 || complain "a first
 wait $! || complain "the other first start: $(<first)"
 has second 'Parametro [1] = --list-apps-in-db'
 [[ $(ls "$XDG_DATA_HOME/quiver") == phone ]] || complain 'more than a phone is left'
-grep -qx 'LanguageType = de' "$own"/ezx_user/download/appwrite/setup/ezx_system.cfg ||
-    complain 'the language is not the session'\''s'
+
+# The language is the session's, as long as the user chooses none for his phone.
+settings=$own/ezx_user/download/appwrite/setup/ezx_system.cfg
+speaks() { grep -qx "LanguageType = $1" "$settings" || complain "not $1: $(<"$settings")"; }
+speaks de
+start 0 env LC_ALL=pl_PL.UTF-8 LANGUAGE=tlh:fr_CA:es "$quiver" list
+speaks fr
+start 0 env LC_ALL=C.UTF-8 LANGUAGE=es "$quiver" list
+speaks fr
+sed -i 's/^LanguageType = .*/LanguageType = ru/' "$settings"
+start 0 env LC_ALL=de_DE.UTF-8 "$quiver" list
+speaks ru
+sed -i 's/^LanguageType = .*/LanguageType = fr/' "$settings"
+start 0 env LC_ALL=de_DE.UTF-8 "$quiver" list
+speaks de
 
 # The phone's customization is read, and the machine's archiver used.
 mkdir Demo
