@@ -8,7 +8,8 @@ from machine import Failed, Phone
 
 QUIVER = "/usr/phone/cli/quiver"
 EMPTY = "ls -A /mmc/mmca1 | wc -l"  # where nothing is mounted: what was written into the phone
-PHONE = ("find /ezxlocal/download/mystuff/quiver -type f -exec md5sum {} +")
+PHONE = "find /ezxlocal/download/mystuff/quiver -type f -exec md5sum {} + | sed 's|  .*/|  |'"
+BOTH = PHONE.replace("quiver -type", "quiver /mmc/mmca1/quiver -type")
 # What is going on meanwhile, and how many seconds after its start the card goes.
 MEANWHILE = {
     "move to the card": ("move --yes Calculator --to card", 0.9),
@@ -69,15 +70,14 @@ def during(phone, operation, seconds):
     wait_for(phone, "ls /tmp/status 2>/dev/null", "/tmp/status", "the operation does not end")
     said = phone.run("cat /tmp/status /tmp/said | tr '\\n' ' '")
     due(phone.run(EMPTY) == "0", f"written where no card is: {phone.run('ls -A /mmc/mmca1')}")
-    after = set(phone.run(PHONE).splitlines())
     back(phone)
     phone.run(f"{QUIVER} scan --yes --quiet")
-    again = set(phone.run(PHONE).splitlines())
-    lost = before - after - again
+    lost = before - set(phone.run(BOTH).splitlines())
     listed = phone.run(f"{QUIVER} list")
     for app in ("Block Drop", "Calculator", "World Clock"):
         due(app in listed, f"{app} is gone: {said}; {listed}")
-    return f"{said} lost: {sorted(lost)}" if lost else said
+    due(not lost, f"lost: {sorted(lost)}; {said}")
+    return said
 
 
 def sweep(build):

@@ -90,6 +90,10 @@ def installs(tour):
     tour.press("down", "soft1")
     tour.see("installed", "Success")
     tour.press("soft1")
+    tour.phone.rest()
+    tour.press("soft1", "2")
+    tour.row("dusk.zsk")
+    tour.see("all-files", "dusk.zsk", without=["Loading"])
     tour.insist("left", "Torch")
     tour.see("list-again", "Torch", without=["Loading"])
     tour.check("Torch is on the card", "ls /mmc/mmca1/quiver/Torch/torch",
@@ -112,6 +116,16 @@ def renames_and_moves(tour):
     tour.press("soft1")
     tour.check("Torch is in the phone", "ls -d /*/*/mystuff/quiver/Torch /mmc/mmca1/quiver/Torch"
                " 2>/dev/null", "/ezxlocal/download/mystuff/quiver/Torch")
+
+
+def saves(tour):
+    tour.row("World Clock")
+    tour.press("soft1", "6")
+    tour.see("save-where", "Phone memory", "Memory card")
+    tour.press("1")
+    tour.see("saved", "Success")
+    tour.press("soft1")
+    tour.check("World Clock is packed", "ls /mmc/mmca1/zpk_files", "WorldClock.zpk")
 
 
 def registers(tour):
@@ -149,9 +163,31 @@ def several_at_once(tour):
     tour.press("soft2")
 
 
+def refreshes(tour):
+    """What another program has done shows after a refresh."""
+    tour.phone.run("rm -r /ezxlocal/download/mystuff/quiver/WorldClock")
+    tour.press("soft1", "9")
+    tour.see("refreshed", "City Map", without=["World Clock", "Loading"])
+
+
+def takes_out_of_menu(tour):
+    tour.row("Mia 2")
+    tour.press("soft1", "5")
+    tour.see("unregister", "Yes", "No")
+    tour.press("soft1")
+    tour.see("unregistered", "Success")
+    tour.press("soft1", "soft2", "soft1")
+    tour.see("restarted-again", "Success")
+    tour.press("soft1")
+    tour.see("home-at-last", "Main Menu", program="am")
+    tour.press("down", "down", "down", "down", "down", "select")
+    tour.see("not-in-menu", "Sudoku", program="am", without=["Mia 2"])
+
+
 def walk(phone, pictures):
     """All of it; leaves the phone at its home screen."""
     tour = Tour(phone, pictures)
-    for part in (looks_around, installs, renames_and_moves, registers, several_at_once):
+    for part in (looks_around, installs, renames_and_moves, saves, registers, several_at_once,
+                 refreshes, takes_out_of_menu):
         part(tour)
     return tour
