@@ -121,8 +121,7 @@ bool syncSessionMenu(const SessionMenu& menu) {
             continue;
         const QString name = menu.owner + '-' + group + suffix;
         kept.insert(name);
-        QDir().mkpath(menu.target);
-        isDone = writeEntry(menu, name, entry) && isDone;
+        isDone = QDir().mkpath(menu.target) && writeEntry(menu, name, entry) && isDone;
     }
     return removeOthers(menu, kept) && isDone;
 }

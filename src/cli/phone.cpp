@@ -55,9 +55,9 @@ QString ownRoot() {
 }
 
 bool makeOwnPhone(const QString& root) {
-    QDir().mkpath(root.left(root.lastIndexOf('/')));
-    QString error;
-    if (makePhone(root, false, "en", error) || isFolderEntry(root))
+    const QString parent = root.left(root.lastIndexOf('/'));
+    QString error = QString("%1 cannot be made").arg(parent);
+    if (QDir().mkpath(parent) && (makePhone(root, false, "en", error) || isFolderEntry(root)))
         return true; // another first start may have been faster
     tell(error);
     return false;
