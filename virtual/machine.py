@@ -39,7 +39,7 @@ class Phone:
         command = [
             "qemu-system-arm", "-M", "virt,highmem=off", "-cpu", "cortex-a7", "-m", str(memory),
             "-kernel", f"{build}/vmlinuz", "-initrd", f"{build}/initrd.gz", "-append",
-            "console=ttyS1 quiet rw init=/init fbcon=map:9 cma=1M "
+            "console=ttyS1 quiet rw init=/init fbcon=map:9 cma=1M video=Virtual-1:240x320 "
             + " ".join("phone." + option for option in options),
             "-global", "virtio-mmio.force-legacy=false", "-no-reboot",
             "-nic", "none",
