@@ -59,6 +59,11 @@ Outcome settleMove(const QString& from, const QString& to, KeptFolder& source) {
     return Outcome::Done;
 }
 
+/// Of a command that has succeeded and changed what lies at `path`.
+Outcome writtenOutcome(const QString& path) {
+    return runBeside([&] { return writeBack(path) ? 1 : 0; }) == 1 ? Outcome::Done : notWritten();
+}
+
 /// Moves the folder; true when the application lies at `to` afterwards. What a failed move has left
 /// there is taken away as long as the source is still whole: half an application must not turn up
 /// beside the real one. Once the source has lost something, the target is the whole one.
@@ -147,11 +152,6 @@ bool moveApp(ZPK_App& app, bool quietOnSuccess) {
     return true;
 }
 
-/// Of a command that has succeeded and changed what lies at `path`.
-Outcome writtenOutcome(const QString& path) {
-    return runBeside([&] { return writeBack(path) ? 1 : 0; }) == 1 ? Outcome::Done : notWritten();
-}
-
 bool saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
     const QString name = folderName(app);
     const QString enter = QString("cd '%1';").arg(hostPath(appsFolder(app.location)));
@@ -162,22 +162,23 @@ bool saveApp(const ZPK_App& app, const QString& folder, bool quietOnSuccess) {
         return false;
     if (fitsInQuotes(older))
         runSystem(QString("rm -f '%1'").arg(older));
-    const WorkGoal goal(WorkGoal::Reads, contentsOf(hostPath(app.path)).bytes);
+    const qint64 bytes = contentsOf(hostPath(app.path)).bytes;
+    const WorkGoal goal(WorkGoal::Reads, bytes);
+    const QString pack = packCommand(older, name) + smallMemorySwitch(bytes, machineMemory());
     const QString unfinished = older + ".tmp";
     const bool isOurs = !exists(unfinished);
     WorkCancel cancel(WorkCancel::AtOnce);
-    return runPathCommand(older, enter + ' ' + packCommand(older, name), quietOnSuccess,
-                          [&](int waitStatus) {
-                              const bool isCancelled = cancel.end();
-                              if (waitStatus == 0)
-                                  return writtenOutcome(older);
-                              if (!isCancelled)
-                                  return outcomeOf(waitStatus);
-                              remove(toBytes(older).constData());
-                              if (isOurs)
-                                  remove(toBytes(unfinished).constData());
-                              return Outcome::Cancelled;
-                          });
+    return runPathCommand(older, enter + ' ' + pack, quietOnSuccess, [&](int waitStatus) {
+        const bool isCancelled = cancel.end();
+        if (waitStatus == 0)
+            return writtenOutcome(older);
+        if (!isCancelled)
+            return outcomeOf(waitStatus);
+        remove(toBytes(older).constData());
+        if (isOurs)
+            remove(toBytes(unfinished).constData());
+        return Outcome::Cancelled;
+    });
 }
 
 bool deleteApp(ZPK_App& app, bool quietOnSuccess) {

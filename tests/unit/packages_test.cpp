@@ -1,4 +1,5 @@
 #include "archive.h"
+#include "archiver.h"
 #include "support.h"
 #include "version.h"
 
@@ -69,4 +70,17 @@ TEST(Packages, NothingMayLeadOutOfItsFolder) {
              {"Game/a/x -> y", "Game/a -> lib"}})
         EXPECT_FALSE(stays(outside)) << qPrintable(outside.join(", "));
     EXPECT_FALSE(staysInside({{"Game/a", 1, false, true}}, {})); // a target that cannot be read
+}
+
+TEST(Packages, WhereThereIsLittleMemoryLessIsPackedAtATime) {
+    constexpr qint64 mega = 1024 * 1024;
+    for (const auto& [bytes, memory, end] :
+         Rows<qint64, qint64, QString>{{1 * mega, 46 * mega, ""}, // all of it fits
+                                       {2 * mega, 46 * mega, " -md1m"},
+                                       {9999 * mega, 46 * mega, " -md1m"},
+                                       {9 * mega, 256 * mega, ""},
+                                       {11 * mega, 256 * mega, " -md8m"},
+                                       {9999 * mega, 1024 * mega, ""},
+                                       {9999 * mega, -1, ""}}) // not known
+        EXPECT_EQ(smallMemorySwitch(bytes, memory), end) << bytes << ' ' << memory;
 }
