@@ -50,8 +50,8 @@ std::optional<QByteArray> readWholeFile(const QString& path) {
 
 QByteArray findValue(const QByteArray& text, const QByteArray& prefix) {
     qsizetype start = 0;
-    if (!text.startsWith(prefix)) {
-        start = text.indexOf('\n' + prefix) + 1;
+    while (!QByteArrayView(text).sliced(start).startsWith(prefix)) {
+        start = text.indexOf('\n', start) + 1;
         if (start == 0)
             return QByteArray();
     }

@@ -59,7 +59,9 @@ bool isListed(const dirent* entry, const QByteArray& name, bool foldersOnly, boo
 }
 
 void findAppsIn(int location, Apps& apps) {
-    for (std::unique_ptr<ZPK_App>& app : readApps(location)) {
+    std::vector<std::unique_ptr<ZPK_App>> found = readApps(location);
+    const DbReading reading;
+    for (std::unique_ptr<ZPK_App>& app : found) {
         ensureAppInDb(*app);
         const QString key = appKey(app->name, location);
         apps[key] = std::move(app);

@@ -5,14 +5,17 @@
 #include "paths.h"
 #include "statements.h"
 
-#include <QHash>
 #include <QList>
 
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -31,14 +34,37 @@ int waitForOthers(void*, int tries) {
     return isHeldForLong ? 0 : 1;
 }
 
-/// Prepared before and not in use, by their text: to prepare one costs more than what it does.
-QHash<const char*, sqlite3_stmt*> idleStatements;
+/// A transaction of a `DbReading` is open.
+bool isReading = false;
+
+void endReading() {
+    if (std::exchange(isReading, false))
+        sqlite3_exec(AppDb, Sql::endReading, nullptr, nullptr, nullptr);
+}
+
+/// Prepared before and not in use: to prepare one costs more than what it does. There are so few
+/// that nothing finds one faster than a look at each.
+std::vector<sqlite3_stmt*> idleStatements;
+
+/// That of this text, or none.
+sqlite3_stmt* takeIdleStatement(const char* sql) {
+    const auto found =
+        std::find_if(idleStatements.begin(), idleStatements.end(), [&](sqlite3_stmt* statement) {
+            return strcmp(sqlite3_sql(statement), sql) == 0;
+        });
+    if (found == idleStatements.end())
+        return nullptr;
+    std::swap(*found, idleStatements.back());
+    sqlite3_stmt* statement = idleStatements.back();
+    idleStatements.pop_back();
+    return statement;
+}
 
 /// A prepared statement for one use. Where preparing failed it is not valid and every call does
 /// nothing.
 class Statement {
 public:
-    explicit Statement(const char* sql) : m_sql(sql), m_statement(idleStatements.take(sql)) {
+    explicit Statement(const char* sql) : m_statement(takeIdleStatement(sql)) {
         if (!m_statement && AppDb)
             sqlite3_prepare_v2(AppDb, sql, -1, &m_statement, nullptr);
     }
@@ -48,8 +74,7 @@ public:
             return;
         sqlite3_reset(m_statement);
         sqlite3_clear_bindings(m_statement);
-        sqlite3_finalize(idleStatements.take(m_sql));
-        idleStatements.insert(m_sql, m_statement);
+        idleStatements.push_back(m_statement);
     }
 
     Statement(const Statement&) = delete;
@@ -59,8 +84,8 @@ public:
 
     Statement& bind(const QByteArray& text) {
         // SQLite copies nothing, so the text is kept until the statement ends.
-        m_texts.append(text);
-        sqlite3_bind_text(m_statement, ++m_bound, m_texts.last().constData(), -1, SQLITE_STATIC);
+        const QByteArray& kept = m_texts.at(m_bound) = text;
+        sqlite3_bind_text(m_statement, ++m_bound, kept.constData(), -1, SQLITE_STATIC);
         return *this;
     }
 
@@ -70,6 +95,8 @@ public:
     }
 
     int step() {
+        if (!sqlite3_stmt_readonly(m_statement))
+            endReading();
         const int result = sqlite3_step(m_statement);
         isHeldForLong = isHeldForLong && result == SQLITE_BUSY;
         return result;
@@ -88,9 +115,8 @@ public:
     int result() { return sqlite3_reset(m_statement); }
 
 private:
-    const char* m_sql;
     sqlite3_stmt* m_statement;
-    QList<QByteArray> m_texts;
+    std::array<QByteArray, 4> m_texts; // no statement has more
     int m_bound = 0;
 };
 
@@ -218,6 +244,15 @@ bool closeAppDb() {
     return true;
 }
 
+DbReading::DbReading() {
+    isReading = AppDb && sqlite3_get_autocommit(AppDb) &&
+                sqlite3_exec(AppDb, Sql::beginReading, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+DbReading::~DbReading() {
+    endReading();
+}
+
 void addAppRecord(const QUuid& uuid, const QString& name, const QString& path, int location) {
     Statement statement(Sql::addApp);
     if (statement.isValid())
@@ -232,16 +267,18 @@ bool isAppInMenu(const QString& path, const QUuid* uuid) {
     Statement statement(Sql::countInMenu);
     if (!statement.isValid())
         return false;
-    statement.bind(toBytes(path)).bind(uuidText(uuid));
-    return isCountNonZero(statement, "REGISTERED Count", toBytes(path));
+    const QByteArray bytes = toBytes(path);
+    statement.bind(bytes).bind(uuidText(uuid));
+    return isCountNonZero(statement, "REGISTERED Count", bytes);
 }
 
 bool isAppKnown(const QString& path, const QUuid* uuid) {
     Statement statement(Sql::countKnown);
     if (!statement.isValid())
         return false;
-    statement.bind(toBytes(path)).bind(uuidText(uuid));
-    return isCountNonZero(statement, "Count", toBytes(path));
+    const QByteArray bytes = toBytes(path);
+    statement.bind(bytes).bind(uuidText(uuid));
+    return isCountNonZero(statement, "Count", bytes);
 }
 
 bool isUuidUsed(const QUuid* uuid) {

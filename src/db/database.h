@@ -32,6 +32,15 @@ int appDbVersion();
 /// False when SQLite refuses to close.
 bool closeAppDb();
 
+/// While it lives the database is locked for what is read from it once, not by every operation. The
+/// first change ends that, so that two programs that read and then write do not block each other.
+class DbReading {
+public:
+    DbReading();
+    ~DbReading();
+    Q_DISABLE_COPY_MOVE(DbReading)
+};
+
 void addAppRecord(const QUuid& uuid, const QString& name, const QString& path, int location);
 
 /// An application at `path` or with that `uuid` stands in the phone's menu.

@@ -8,6 +8,9 @@ constexpr const char* anyObject = "SELECT * FROM sqlite_master";
 /// A number that changes with what other connections commit.
 constexpr const char* version = "PRAGMA data_version";
 
+constexpr const char* beginReading = "BEGIN";
+constexpr const char* endReading = "COMMIT";
+
 // "INTENGER" is what the databases in use have.
 constexpr const char* init =
     "BEGIN TRANSACTION;CREATE TABLE AppReg (   id INTEGER PRIMARY KEY,   UUID CHAR(38),   Name "
