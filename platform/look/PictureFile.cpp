@@ -1,7 +1,7 @@
 #include "PictureFile.h"
 
 #include "RegularFile.h"
-#include "SafeSvg.h"
+#include "SvgPicture.h"
 
 #include <QBuffer>
 #include <QElapsedTimer>
@@ -13,27 +13,26 @@
 namespace {
 
 constexpr qint64 largestFile = 4 * 1024 * 1024;
-constexpr int longestSide = 2048;
 constexpr int longestMoment = 2000; // ms
 
 /// Pictures come with applications from anywhere, so no decoder is asked that an icon does not
 /// need; a compressed SVG is none of these.
-bool isSafePicture(const QByteArray& format, const QByteArray& bytes) {
-    static const QByteArrayList rasters = {"bmp", "gif", "jpeg", "png", "xpm"};
-    return format == "svg" ? isSafeSvg(bytes) : rasters.contains(format);
-}
-
-QImage readImage(QByteArray bytes, int size, qreal ratio) {
+QImage readRaster(QByteArray& bytes, int pixels) {
+    static const QByteArrayList formats = {"bmp", "gif", "jpeg", "png", "xpm"};
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer);
-    if (!isSafePicture(reader.format(), bytes))
+    if (!formats.contains(reader.format()))
         return QImage();
     const QSize natural = reader.size();
     if (natural.isEmpty() || natural.width() > longestSide || natural.height() > longestSide)
         return QImage();
-    const QSize room(qRound(size * ratio), qRound(size * ratio));
-    reader.setScaledSize(natural.scaled(room, Qt::KeepAspectRatio));
-    QImage image = reader.read();
+    reader.setScaledSize(natural.scaled(pixels, pixels, Qt::KeepAspectRatio));
+    return reader.read();
+}
+
+QImage readImage(QByteArray bytes, int size, qreal ratio) {
+    const int pixels = qRound(size * ratio);
+    QImage image = looksLikeSvg(bytes) ? readSvg(bytes, pixels) : readRaster(bytes, pixels);
     image.setDevicePixelRatio(ratio);
     return image;
 }

@@ -1,10 +1,11 @@
 #include "RES_ICON_Reader.h"
 
-#include <QFile>
+#include "SvgPicture.h"
+
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QIcon>
 #include <QPixmapCache>
+#include <QSvgRenderer>
 
 static void initIcons() {
     Q_INIT_RESOURCE(icons);
@@ -18,9 +19,12 @@ QPixmap RES_ICON_Reader::getIcon(const QString& name, int size) const {
     if (QPixmapCache::find(key, &icon))
         return icon;
     const QString picture = ":/icons/" + QFileInfo(name).completeBaseName() + ".svg";
-    if (!QFile::exists(picture))
+    if (!QFileInfo::exists(picture))
         return QPixmap();
-    icon = QIcon(picture).pixmap(QSize(pixels, pixels), qGuiApp->devicePixelRatio());
+    QSvgRenderer renderer(picture);
+    const qreal ratio = qGuiApp->devicePixelRatio();
+    icon = QPixmap::fromImage(drawSvg(renderer, qRound(pixels * ratio)));
+    icon.setDevicePixelRatio(ratio);
     QPixmapCache::insert(key, icon);
     return icon;
 }
