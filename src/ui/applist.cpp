@@ -21,14 +21,31 @@ bool isFile(const QString& path) {
     return stat(toBytes(path).constData(), &info) == 0 && !S_ISDIR(info.st_mode);
 }
 
-ZListItem nameLine(const ZPK_App& app, const RES_ICON_Reader& icons) {
-    const char* place =
-        app.location == phoneMemory ? "ctact_mobile_tab.bmp" : "fm_memory_card_tab.bmp";
-    return {app.shownName(), QString(), icons.getIcon(place, Measure::markerIcon), textWidth,
-            showPriority};
+ZListItem nameLine(const ZPK_App& app, const QPixmap& place) {
+    return {app.shownName(), QString(), place, textWidth, showPriority};
 }
 
 } // namespace
+
+/// What rows show beside their words, looked for once for all of them.
+struct zBaseGUI::RowIcons {
+    QPixmap onPhone;
+    QPixmap onCard;
+    QPixmap inMenu;
+    QPixmap application;
+
+    const QPixmap& placeOf(const ZPK_App& app) const {
+        return app.location == phoneMemory ? onPhone : onCard;
+    }
+};
+
+zBaseGUI::RowIcons zBaseGUI::rowIcons() const {
+    const auto marker = [&](const char* name) {
+        return m_icons.getIcon(name, Measure::markerIcon);
+    };
+    return {marker("ctact_mobile_tab.bmp"), marker("fm_memory_card_tab.bmp"),
+            marker("cli_ptt_favorite_small.bmp"), m_icons.getIcon("yes_no_pop.bmp")};
+}
 
 bool zBaseGUI::ViewFilter::shows(const ZPK_App& app) const {
     if (app.location == memoryCard && !card)
@@ -59,9 +76,10 @@ bool zBaseGUI::refreshList(bool showProgress) {
     setMainWidgetTitle(::tr("TXT_REFRESHING"));
     m_appList->clear();
     const ViewFilter filter = viewFilter();
+    const RowIcons icons = rowIcons();
     for (const auto& [key, app] : AppMap) {
         if (filter.shows(*app))
-            appendApp(*app);
+            appendApp(*app, icons);
     }
     enableMainMenu();
     showEmptyNotice();
@@ -75,20 +93,17 @@ bool zBaseGUI::refreshList(bool showProgress) {
     return true;
 }
 
-void zBaseGUI::appendApp(const ZPK_App& app) {
+void zBaseGUI::appendApp(const ZPK_App& app, const RowIcons& icons) {
     auto* item = new ZListBoxItem(m_appList);
     const QString icon = hostPath(app.path + '/' + app.icon);
-    const QPixmap otherwise = m_icons.getIcon("yes_no_pop.bmp");
     if (isFile(icon))
-        item->setPixmapFile(m_appList->iconColumn(), icon, otherwise);
+        item->setPixmapFile(m_appList->iconColumn(), icon, icons.application);
     else
-        item->setPixmap(m_appList->iconColumn(), otherwise);
+        item->setPixmap(m_appList->iconColumn(), icons.application);
 
-    const QPixmap menuIcon =
-        app.registeredInMenu ? m_icons.getIcon("cli_ptt_favorite_small.bmp", Measure::markerIcon)
-                             : QPixmap();
+    const QPixmap menuIcon = app.registeredInMenu ? icons.inMenu : QPixmap();
     const int column = m_appList->textColumn();
-    item->appendSubItem(column, nameLine(app, m_icons));
+    item->appendSubItem(column, nameLine(app, icons.placeOf(app)));
     item->appendSubItem(column, {QString(), app.author, menuIcon, textWidth, showPriority});
     m_appList->insertItem(item, -1);
 }
@@ -123,7 +138,7 @@ void zBaseGUI::showCheckedCount() {
 
 void zBaseGUI::updateRow(int row, const ZPK_App& app) {
     if (ZListBoxItem* item = m_appList->item(row))
-        item->setSubItem(m_appList->textColumn(), nameLine(app, m_icons));
+        item->setSubItem(m_appList->textColumn(), nameLine(app, rowIcons().placeOf(app)));
 }
 
 void zBaseGUI::removeRow(int row) {

@@ -131,7 +131,9 @@ private:
     void setMultiSelect(bool on);
     ZListBox* addListPage(const QString& iconName, const QString& label);
     ViewFilter viewFilter();
-    void appendApp(const ZPK_App& app);
+    struct RowIcons;
+    RowIcons rowIcons() const;
+    void appendApp(const ZPK_App& app, const RowIcons& icons);
     void enableMainMenu();
     void showEmptyNotice();
     int checkedCount() const;
