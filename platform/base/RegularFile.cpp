@@ -91,7 +91,10 @@ QByteArray fileState(const QString& path) {
     QByteArray state = toBytes(path);
     if (stat(state.constData(), &info) != 0)
         return QByteArray();
-    const qint64 inode = hasLastingInodes(state) ? qint64(info.st_ino) : 0;
+    // The times of a folder tell of all that comes and goes in it. And to be asked what it is, a
+    // FAT first counts all of its free clusters.
+    const bool hasInode = !S_ISDIR(info.st_mode) && hasLastingInodes(state);
+    const qint64 inode = hasInode ? qint64(info.st_ino) : 0;
     for (const qint64 part :
          {qint64(info.st_dev), inode, qint64(info.st_size), qint64(info.st_mtim.tv_sec),
           qint64(info.st_mtim.tv_nsec), qint64(info.st_ctim.tv_sec), qint64(info.st_ctim.tv_nsec)})
