@@ -1,6 +1,7 @@
 #include "ZApplication.h"
 
 #include "Look.h"
+#include "PhoneFonts.h"
 #include "PhoneSettings.h"
 #include "PhoneStyle.h"
 #include "ScreenTurn.h"
@@ -50,9 +51,13 @@ void setScale() {
         qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
 }
 
+bool isBareDisplay(const QByteArray& platform) {
+    return platform.startsWith("linuxfb") || platform.startsWith("eglfs");
+}
+
 /// Qt's platforms on the bare display end the program, or break down later, where there is none.
 bool lacksDevice(const QByteArray& platform) {
-    return (platform.startsWith("linuxfb") || platform.startsWith("eglfs")) &&
+    return isBareDisplay(platform) &&
            QDir("/dev").entryList({"fb*", "dri"}, QDir::System | QDir::Dirs).isEmpty();
 }
 
@@ -85,6 +90,8 @@ int& prepared() {
     setUtf8Locale();
     setScale();
     choosePlatform();
+    if (isBareDisplay(qgetenv("QT_QPA_PLATFORM")) && qEnvironmentVariableIsEmpty("FONTCONFIG_FILE"))
+        usePhoneFonts();
     return count;
 }
 
