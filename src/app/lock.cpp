@@ -44,6 +44,25 @@ QByteArray contentOf(const QString& path) {
     return content;
 }
 
+/// The program that has locked the folder; empty where none has.
+QString holderOf(const QString& phonePath) {
+    struct stat folder = {};
+    if (stat(toBytes(hostPath(phonePath)).constData(), &folder) != 0)
+        return QString();
+    // "1: FLOCK  ADVISORY  WRITE PROCESS MAJOR:MINOR:INODE 0 EOF"; the device may have another
+    // number there.
+    const QByteArray inode = ':' + QByteArray::number(qulonglong(folder.st_ino));
+    for (const QByteArray& line : contentOf("/proc/locks").split('\n')) {
+        const QList<QByteArray> words = line.simplified().split(' ');
+        if (words.size() < 6 || words.at(1) != "FLOCK" || !words.at(5).endsWith(inode))
+            continue;
+        const QString process = fromBytes(words.at(4));
+        const QString name = fromBytes(contentOf("/proc/" + process + "/comm").trimmed());
+        return QString("%1, process %2").arg(name.isEmpty() ? "?" : name, process);
+    }
+    return QString();
+}
+
 } // namespace
 
 bool lockPhone(int patience) {
@@ -62,20 +81,10 @@ bool claimWindow() {
     return lockedFolder(Path::phoneApps, 0) != -1; // stays open, and with it the mark
 }
 
+bool hasWindow() {
+    return !holderOf(Path::phoneApps).isEmpty();
+}
+
 QString phoneHolder() {
-    struct stat folder = {};
-    if (stat(toBytes(hostPath(Path::systemFolder)).constData(), &folder) != 0)
-        return QString();
-    // "1: FLOCK  ADVISORY  WRITE PROCESS MAJOR:MINOR:INODE 0 EOF"; the device may have another
-    // number there.
-    const QByteArray inode = ':' + QByteArray::number(qulonglong(folder.st_ino));
-    for (const QByteArray& line : contentOf("/proc/locks").split('\n')) {
-        const QList<QByteArray> words = line.simplified().split(' ');
-        if (words.size() < 6 || words.at(1) != "FLOCK" || !words.at(5).endsWith(inode))
-            continue;
-        const QString process = fromBytes(words.at(4));
-        const QString name = fromBytes(contentOf("/proc/" + process + "/comm").trimmed());
-        return QString("%1, process %2").arg(name.isEmpty() ? "?" : name, process);
-    }
-    return QString();
+    return holderOf(Path::systemFolder);
 }

@@ -12,5 +12,8 @@ void unlockPhone();
 /// Marks the phone as one that has a window, for the rest of the run. False where it has one.
 bool claimWindow();
 
+/// The phone has a window, of this program or another one.
+bool hasWindow();
+
 /// The program that has the phone, as "NAME, process NUMBER"; empty where that cannot be told.
 QString phoneHolder();

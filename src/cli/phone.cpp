@@ -99,8 +99,13 @@ void prepareCard() {
         makeCardFolders(chosenRoot);
 }
 
-/// The card that the user names, else, for his own phone, what the machine has. A second one counts
-/// where it is a part of the same storage.
+/// Somebody looks after the phone with the card that is in it.
+bool isCardInUse() {
+    return isFolderEntry(chosenRoot + Path::cardMount) && (hasWindow() || !phoneHolder().isEmpty());
+}
+
+/// The card that the user names, else, for his own phone, the one that is in use, else what the
+/// machine has. A second one counts where it is a part of the same storage.
 bool chooseCard() {
     if (!Option::card.isEmpty()) {
         if (!isFolderEntry(Option::card)) {
@@ -111,7 +116,7 @@ bool chooseCard() {
     }
     if (Option::noCard)
         return insertCard(chosenRoot, QString(), QString());
-    if (!isOwnPhone())
+    if (!isOwnPhone() || isCardInUse())
         return true;
     const std::vector<Storage> storages = removableStorages();
     const bool hasCard = !storages.empty();
@@ -211,11 +216,12 @@ bool choosePhone(const QString& root) {
     chosenRoot = realPath(absolutePath(chosen));
     if (isOwnPhone())
         followSessionLanguage(chosenRoot, sessionLanguage(phoneProgram()));
-    if (!chooseCard()) {
-        tell("the card cannot be put into the phone");
+    if (!leadToPhone(chosen))
         return false;
-    }
-    return leadToPhone(chosen);
+    if (chooseCard())
+        return true;
+    tell("the card cannot be put into the phone");
+    return false;
 }
 
 bool isOwnPhone() {
@@ -256,6 +262,13 @@ bool takePhone() {
     return true;
 }
 
+/// As the user gave them.
+QStringList cardOptions() {
+    if (Option::noCard)
+        return {"--no-card"};
+    return Option::card.isEmpty() ? QStringList() : QStringList{"--card", Option::card};
+}
+
 /// The restart of the phone's menu finds a busybox that shows the menu in the session instead.
 void playApplicationManager() {
     if (chosenRoot.isEmpty())
@@ -266,8 +279,8 @@ void playApplicationManager() {
         return;
     const QString self = realPath("/proc/self/exe");
     qputenv("QUIVER_SESSION_MENU", toBytes(self));
-    // What the phone's settings say is not known here.
-    QProcess::execute(self, {"menu", "sync"});
+    // What the phone's settings say is not known here. The card has to stay in.
+    QProcess::execute(self, QStringList{"menu", "sync"} + cardOptions());
 }
 
 int startPhoneProgram(const QStringList& arguments) {

@@ -37,6 +37,17 @@ start 0 "$quiver" --card "$card" --json list
 has out '"menu": true'
 [[ $(cat "$menu"/*) == "$remember_menu" ]] || complain 'the entry has changed with the card'
 start 1 "$quiver" --card "$work/nowhere" list
+
+# The card of a window stays in for as long as it is open, whoever looks at the phone meanwhile.
+QUIVER_HEADLESS=1 QT_QPA_PLATFORM=offscreen stdbuf -oL "$quiver" --card "$card" >window 2>&1 &
+wait_for 30 grep -q zBaseGUI window || complain 'the window does not open'
+has window 'SD exists'
+start 0 "$quiver" list
+has out Demo
+kill $!
+wait $! || true
+start 0 "$quiver" list
+[[ ! -s out ]] || complain "the card of a window that is closed: $(<out)"
 start 0 "$quiver" --card "$card" --yes move Demo --to phone
 start_entry "$phone/ezxlocal/download/mystuff/quiver/Demo"
 
