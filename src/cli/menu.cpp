@@ -5,12 +5,15 @@
 #include "appregistry.h"
 #include "batch.h"
 #include "commands.h"
+#include "database.h"
+#include "language.h"
 #include "operations.h"
 #include "options.h"
 #include "output.h"
 #include "paths.h"
 #include "phone.h"
 #include "settings.h"
+#include "shell.h"
 
 #include <QJsonArray>
 
@@ -32,9 +35,16 @@ bool setInMenu(ZPK_App& app, bool isWanted) {
     if (app.registeredInMenu != isWanted) {
         if (refuseWithoutFolder(app))
             return false;
+        if (const QString obstacle = menuObstacle(); !obstacle.isEmpty()) {
+            showError(obstacle);
+            return false;
+        }
         isWanted ? registerAppInMenu(app) : unregisterAppFromMenu(app);
     }
-    return isInMenu(app) == isWanted && isAppInMenu(app.path, nullptr) == isWanted;
+    const bool isDone = isInMenu(app) == isWanted && isAppInMenu(app.path, nullptr) == isWanted;
+    if (!isDone)
+        showError(tr("POP_ERROR_NOT_WRITTEN_TEXT"));
+    return isDone;
 }
 
 int changeMenu(const QStringList& names, bool isWanted) {

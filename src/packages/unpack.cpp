@@ -9,6 +9,8 @@
 #include "shell.h"
 #include "upgrade.h"
 
+#include <cstring>
+
 namespace {
 
 /// What became of an installation, after the old version or the new one has been put in its place.
@@ -41,7 +43,8 @@ bool unpack(const Package& package, const QString& folder, bool quietOnSuccess) 
         return false;
     Upgrade upgrade(folder, isBeside ? outermostFolders(*info) : QSet<QString>());
     if (!upgrade.isReady()) {
-        showError(tr("POP_ERROR_ASIDE_TEXT"));
+        const QString reason = QString::fromLocal8Bit(strerror(upgrade.error()));
+        showError(upgrade.error() == 0 ? tr("POP_ERROR_ASIDE_TEXT") : folder + ": " + reason);
         return false;
     }
     std::optional<WorkCancel> cancel;

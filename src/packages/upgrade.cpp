@@ -7,6 +7,7 @@
 #include "paths.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 
 #include <dirent.h>
@@ -190,11 +191,16 @@ bool Upgrade::putAside(const QByteArray& root, const QByteArray& name) {
     const QByteArray path = pathOf(root, name);
     const QByteArray before = asidePath(root, name, asideBefore);
     const int lock = lockFolder(path);
-    if (lock < 0)
+    if (lock < 0) {
+        m_error = errno == EWOULDBLOCK ? 0 : errno;
         return false;
-    if (!isThere(before) && !isThere(asidePath(root, name, asideLeft)) && moveTo(path, before)) {
-        m_asides.push_back({root, name, lock});
-        return true;
+    }
+    if (!isThere(before) && !isThere(asidePath(root, name, asideLeft))) {
+        if (moveTo(path, before)) {
+            m_asides.push_back({root, name, lock});
+            return true;
+        }
+        m_error = errno;
     }
     close(lock);
     return false;

@@ -23,6 +23,10 @@ public:
     /// False where an old version could not be put aside. All is as before then.
     bool isReady() const { return m_isReady; }
 
+    /// Why the system did not let one be put aside, as an error number; 0 where another program
+    /// holds it.
+    int error() const { return m_error; }
+
     /// True where no old version was there.
     bool isEmpty() const { return m_asides.empty(); }
 
@@ -55,6 +59,7 @@ private:
     std::vector<Aside> m_asides;
     std::vector<Aside> m_first; ///< nothing lay there; the lock is -1 where no mark can be made
     bool m_isReady = true;
+    int m_error = 0;
 };
 
 /// A folder that a command moves away, kept by second links to its files until the copy is known to

@@ -2,6 +2,7 @@
 
 #include "Bytes.h"
 #include "PhoneRoot.h"
+#include "RegularFile.h"
 #include "ZConfig.h"
 #include "ZPK_App.h"
 #include "appregistry.h"
@@ -9,8 +10,12 @@
 #include "paths.h"
 #include "settings.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <functional>
+
+#include <unistd.h>
 
 namespace {
 
@@ -41,6 +46,17 @@ void writeIcons(ZConfig& installed, const QString& group, const ZPK_App& app) {
 }
 
 } // namespace
+
+QString menuObstacle() {
+    for (const QString& path : {Path::installedDb, Path::userMenuTree, Path::database}) {
+        const QByteArray file = toBytes(realPath(hostPath(path)));
+        const QByteArray folder = file.left(file.lastIndexOf('/'));
+        if ((access(file.constData(), W_OK) != 0 && errno != ENOENT) ||
+            access(folder.constData(), W_OK) != 0)
+            return path + ": " + QString::fromLocal8Bit(strerror(errno));
+    }
+    return QString();
+}
 
 bool registerAppInMenu(ZPK_App& app) {
     const QString group = plainUuid(*app.uuid);

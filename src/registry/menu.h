@@ -1,10 +1,16 @@
 #pragma once
 
+#include <QString>
+
 struct ZPK_App;
 
 /// The phone's menu files were edited in this run; its menu shows that after its processes have
 /// started again.
 inline bool menuChanged = false;
+
+/// Which of the files that an edit of the menu needs cannot be written, and why; empty where all
+/// can be.
+QString menuObstacle();
 
 /// Each edits the application manager's files, the database and the record's menu flag together.
 /// Always true: what could not be written is left as it was.

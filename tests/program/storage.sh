@@ -14,6 +14,7 @@ source "$(dirname "$(readlink -f "$0")")/lib.sh"
 export QUIVER_ARCHIVER=$seven_zip QUIVER_ROOT=$work/root
 cli=$build/cli/quiver
 apps=root/ezxlocal/download/mystuff/quiver
+am=root/ezxlocal/download/appwrite/am
 card=root/mmc/mmca1
 
 # application FOLDER
@@ -26,7 +27,7 @@ application() {
 
 unmount_all() {
     local folder
-    for folder in $card $apps/Game/levels $apps; do
+    for folder in $card $apps/Game/levels $apps $am; do
         while umount -l "$work/$folder" 2>/dev/null; do :; done
     done
 }
@@ -69,8 +70,11 @@ start 0 "$cli" move Card --to phone
 [[ -x $apps/Card/run && ! -e $card/quiver/Card ]] || complain 'a full card keeps its application'
 
 fresh_phone
+(cd $apps && "$seven_zip" a -bso0 -bsp0 "$work/Game.zpk" Game)
+make_read_only $am
 make_read_only $apps
-for command in 'remove Game' 'move Game --to card' 'move Card --to phone'; do
+fails 'InstalledDB: Read-only file system' menu remove Game
+for command in 'install Game.zpk' 'remove Game' 'move Game --to card' 'move Card --to phone'; do
     # shellcheck disable=SC2086
     fails 'Read-only file system' $command
 done
