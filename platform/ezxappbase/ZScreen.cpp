@@ -16,7 +16,7 @@
 
 namespace {
 
-const QSize smallest(176, 220);
+const QSize smallest(176, 200);
 
 bool hasDisplayForItself() {
     static const QStringList platforms = {"linuxfb", "eglfs", "vnc"};
@@ -58,9 +58,14 @@ void ZScreen::discard() {
 }
 
 ZScreen::ZScreen() {
-    // On a desktop nothing forces a window that is smaller than the phone's screen.
-    setMinimumSize(isOnDesktop() ? Measure::screen.boundedTo(screen()->availableSize()) : smallest);
-    resize(Measure::screen);
+    const QSize room = screen()->availableSize();
+    const bool isCramped = isOnDesktop() && room.boundedTo(Measure::screen) != Measure::screen;
+    // On a desktop nothing forces a window that is smaller than the phone's screen, unless it has
+    // no room for one: there it may still take some for a frame.
+    setMinimumSize(isOnDesktop() && !isCramped ? Measure::screen : smallest);
+    resize(isCramped ? room : Measure::screen);
+    if (isCramped)
+        setWindowState(Qt::WindowMaximized);
     setFocusPolicy(Qt::StrongFocus);
     int x = 0;
     int y = 0;
