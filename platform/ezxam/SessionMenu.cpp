@@ -105,6 +105,12 @@ bool removeOthers(const SessionMenu& menu, const QSet<QString>& kept) {
 
 } // namespace
 
+bool canStandInSession(const QString& folder, const QString& exec) {
+    const QFileInfo program(folder + '/' + exec);
+    return staysInside(exec) && canBeNamed(program.filePath()) && program.isFile() &&
+           program.isExecutable();
+}
+
 bool syncSessionMenu(const SessionMenu& menu) {
     const ZConfig tree(menu.root + userMenuTreeFile, true);
     const ZConfig installed(menu.root + installedDbFile, true);

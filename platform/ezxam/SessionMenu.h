@@ -12,6 +12,10 @@ struct SessionMenu {
     QString icon;   ///< for what has none of its own; a name or a path
 };
 
+/// The session can start `exec` in `folder`, as an entry would have it, now: `exec` names one
+/// program there, without arguments.
+bool canStandInSession(const QString& folder, const QString& exec);
+
 /// Makes one desktop entry for each application in the folder, by the application manager's files
 /// alone, and removes those of applications that are no longer in it. What is not written by it is
 /// never touched. An application whose program cannot be named in an entry (one outside of its own

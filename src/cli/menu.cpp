@@ -1,6 +1,7 @@
 #include "menu.h"
 
 #include "PhoneRoot.h"
+#include "SessionMenu.h"
 #include "ZConfig.h"
 #include "appregistry.h"
 #include "batch.h"
@@ -44,6 +45,10 @@ bool setInMenu(ZPK_App& app, bool isWanted) {
     const bool isDone = isInMenu(app) == isWanted && isAppInMenu(app.path, nullptr) == isWanted;
     if (!isDone)
         showError(tr("POP_ERROR_NOT_WRITTEN_TEXT"));
+    else if (isWanted && isOwnPhone() && !canStandInSession(hostPath(app.path), app.exec))
+        remark(QString("the menu of the session does not show %1: its Exec does not name one "
+                       "program that can be started")
+                   .arg(app.shownName().trimmed()));
     return isDone;
 }
 

@@ -71,6 +71,11 @@ PATH=$path start 0 busybox echo as before
 has out 'as before'
 kill $bystander
 
+# An entry has no place for arguments.
+printf 'Name = Demo\nExec = demo -x\n' >"$phone/ezxlocal/download/mystuff/quiver/Demo/Demo.cfg"
+start 0 "$quiver" --yes menu remove Demo
+start 0 "$quiver" --yes menu add Demo
+has err 'the menu of the session does not show Demo'
 start 0 "$quiver" --yes menu remove Demo
 [[ -z $(ls "$menu") ]] || complain "left in the menu: $(ls "$menu")"
 chmod 500 "$menu"
