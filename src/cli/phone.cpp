@@ -221,7 +221,7 @@ bool choosePhone(const QString& root) {
     if (chooseCard())
         return true;
     tell("the card cannot be put into the phone");
-    return false;
+    return Option::card.isEmpty() && !Option::noCard; // nobody has asked for it
 }
 
 bool isOwnPhone() {
