@@ -7,6 +7,7 @@
 #include "discovery.h"
 #include "entries.h"
 #include "language.h"
+#include "upgrade.h"
 #include "zBaseGUI.h"
 
 #include <sys/stat.h>
@@ -68,6 +69,7 @@ bool zBaseGUI::refreshList(bool showProgress) {
         // The list and its records go on belonging together until all have been found.
         Apps apps;
         runBeside([&apps] {
+            mendUpgrades(); // a card may have come back since the start
             apps = findApps();
             return 0;
         });
