@@ -99,6 +99,8 @@ void zBaseGUI::mainOptM_RegisterAppMenu() {
         isRegistered ? "POP_CONFIRM_UNREGISTER_APP_MENU" : "POP_CONFIRM_REGISTER_APP_MENU", *app);
     if (!app || refuseWithoutFolder(*app))
         return;
+    if (const QString obstacle = menuObstacle(); !obstacle.isEmpty())
+        return showError(obstacle);
     isRegistered ? unregisterAppFromMenu(*app) : registerAppInMenu(*app);
     showNotice(::tr("POP_OK_TITLE"), ::tr("POP_OK_TEXT"));
     refreshList(false);
