@@ -88,6 +88,7 @@ void ZScreen::rememberPlace(const QString& program) {
 void ZScreen::setMainWidget(QWidget* widget) {
     m_main = widget;
     setWindowTitle(widget->windowTitle());
+    setWindowIcon(widget->windowIcon());
     connect(widget, &QWidget::windowTitleChanged, this, &QWidget::setWindowTitle);
     widget->setParent(this);
     widget->setGeometry(rect());
