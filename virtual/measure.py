@@ -53,6 +53,49 @@ def memory(build, count):
                 raise Failed(f"more than {MOST} KB")
 
 
+def memory_until(phone, *words, patience=900):
+    """The most anonymous and resident memory until the words are on the screen."""
+    most, end = [0, 0], time.monotonic() + patience
+    while not all(word in phone.words() for word in words):
+        if time.monotonic() > end:
+            raise Failed(f"not in time: {words}\n  seen: {phone.screen()}")
+        most = [max(pair) for pair in zip(most, memory_of(phone))]
+    return most
+
+
+def large_package(build, megabytes=20):
+    """Makes a package of an application that cannot be compressed, and installs it again."""
+    sums = f"cd {APPS}/Big && md5sum * 2>&1"
+    with tempfile.TemporaryDirectory() as folder:
+        with Phone(build, folder, options=["START=/bin/true"]) as phone:
+            phone.run(f"mkdir {APPS}/Big; cd {APPS}/Big; echo 'Name = Big' >Big.cfg;"
+                      f" head -c {megabytes}000000 /dev/urandom >data; sync", 300)
+        with Phone(build, folder, options=[f"START={WINDOW}"]) as phone:
+            phone.wait("Big", without=["Loading"])
+            phone.go_to("Big")
+            before = phone.run(sums)
+            for key in ("soft1", "6", "1"):
+                phone.press_and_wait(key)
+            print(f"making a package of {megabytes} MB: {memory_until(phone, 'Success')} KB"
+                  " anonymous, resident", flush=True)
+            phone.press_and_wait("soft1")
+            time.sleep(1)  # the window leaves the phone to others
+            phone.run("/usr/phone/cli/quiver remove --yes Big", 300)
+            for key in ("soft1", "soft2", "right"):
+                phone.press_and_wait(key)
+            for row in ("zpk_files", "Big.zpk"):
+                phone.go_to(row)
+                phone.press_and_wait("select")
+            phone.wait("Yes", "No")
+            phone.press_and_wait("soft1")
+            phone.wait("Memory card")
+            phone.press_and_wait("soft1")
+            print(f"installing it: {memory_until(phone, 'Success')} KB anonymous, resident",
+                  flush=True)
+            if phone.run(sums) != before:
+                raise Failed("it is not what it was")
+
+
 def seconds_to(build, folder, program, *words):
     """From power-on to the words on the screen, and from a key to the next screen, in seconds."""
     with Phone(build, folder, options=[f"START={program}"]) as phone:
@@ -107,5 +150,6 @@ def start(build, count=200):
 if __name__ == "__main__":
     for applications in (10, 100, 500):
         memory(sys.argv[1], applications)
+    large_package(sys.argv[1])
     times(sys.argv[1])
     start(sys.argv[1])

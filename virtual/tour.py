@@ -4,6 +4,8 @@ import os
 
 from machine import Failed
 
+APPS = "/ezxlocal/download/mystuff/quiver"
+
 
 def type_name(phone):
     """Types "Mia 2" over what the field holds: letters by repeated presses, a digit by a long one."""
@@ -129,6 +131,41 @@ def saves(tour):
     tour.check("World Clock is packed", "ls /mmc/mmca1/zpk_files", "WorldClock.zpk")
 
 
+def cancels(tour):
+    """The making of a package that takes long leaves nothing behind."""
+    tour.phone.run(f"head -c 6000000 /dev/urandom >{APPS}/WorldClock/data")
+    tour.row("World Clock")
+    tour.press("soft1", "6", "2")
+    tour.phone.wait("Please wait", "Cancel")
+    tour.press("soft2")
+    tour.see("cancelled", "Cancelled")
+    tour.press("soft1")
+    tour.check("no package is left", f"rm {APPS}/WorldClock/data; ls -A {APPS}/../zpk_files 2>&1 |"
+               " grep -c World", "0")
+
+
+def starts_from_list(tour):
+    tour.row("World Clock")
+    tour.press("select")
+    tour.see("launched", "World Clock", program="worldclock")
+    tour.press("end")
+    tour.see("list-after", "World Clock", "Options")
+    tour.phone.run(f"chmod a-x {APPS}/WorldClock/worldclock")
+    tour.press("select")
+    tour.see("cannot-start", "Error", "Permission denied")
+    tour.phone.run(f"chmod a+x {APPS}/WorldClock/worldclock")
+    tour.press("soft1")
+
+
+def asks_before_upgrade(tour):
+    """The question tells what lies there already."""
+    tour.press("right")
+    tour.row("torch-1.0.zpk")
+    tour.press("select")
+    tour.see("again", "1.0, replaces 1.0", "Yes", "No")
+    tour.press("soft2", "left")
+
+
 def registers(tour):
     tour.row("Mia 2")
     tour.press("soft1", "5")
@@ -188,7 +225,7 @@ def takes_out_of_menu(tour):
 def walk(phone, pictures):
     """All of it; leaves the phone at its home screen."""
     tour = Tour(phone, pictures)
-    for part in (looks_around, installs, renames_and_moves, saves, registers, several_at_once,
-                 refreshes, takes_out_of_menu):
+    for part in (looks_around, installs, renames_and_moves, saves, cancels, starts_from_list,
+                 asks_before_upgrade, registers, several_at_once, refreshes, takes_out_of_menu):
         part(tour)
     return tour
