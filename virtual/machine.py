@@ -156,13 +156,19 @@ class Phone:
                 seen = ' | '.join(text for text, _ in self.texts)
                 raise Failed(f"not in time: {', '.join(texts)}\n  seen: {self.program}: {seen}")
 
+    def _is_highlighted(self, row):
+        with self._change:
+            return [row, HIGHLIGHTED] in self.texts
+
     def go_to(self, row, program="quiver"):
         """Moves the highlight down to the row of this name, which is on the screen or below."""
-        for _ in range(40):
+        for _ in range(60):
             self.wait(program=program)
-            with self._change:
-                if [row, HIGHLIGHTED] in self.texts:
+            if self._is_highlighted(row):
+                time.sleep(0.5)  # a slow phone may still have a key before it
+                if self._is_highlighted(row):
                     return
+                continue
             self.press_and_wait("down")
         raise Failed(f"no row {row}\n  seen: {self.screen()}")
 

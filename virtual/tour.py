@@ -140,6 +140,7 @@ def cancels(tour):
     tour.press("soft2")
     tour.see("cancelled", "Cancelled")
     tour.press("soft1")
+    tour.phone.wait("Options", "Exit", without=["Please wait"])
     tour.check("no package is left", f"rm {APPS}/WorldClock/data; ls -A {APPS}/../zpk_files 2>&1 |"
                " grep -c World", "0")
 
@@ -152,7 +153,7 @@ def starts_from_list(tour):
     tour.see("list-after", "World Clock", "Options")
     tour.phone.run(f"chmod a-x {APPS}/WorldClock/worldclock")
     tour.press("select")
-    tour.see("cannot-start", "Error", "Permission denied")
+    tour.see("cannot-start", "Error", "is not executable")
     tour.phone.run(f"chmod a+x {APPS}/WorldClock/worldclock")
     tour.press("soft1")
 
@@ -162,7 +163,7 @@ def asks_before_upgrade(tour):
     tour.press("right")
     tour.row("torch-1.0.zpk")
     tour.press("select")
-    tour.see("again", "1.0, replaces 1.0", "Yes", "No")
+    tour.see("again", "1.0, the same as installed", "Yes", "No")
     tour.press("soft2", "left")
 
 
