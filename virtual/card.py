@@ -63,7 +63,8 @@ def idle(phone):
 def during(phone, operation, seconds):
     """What lay in the phone is whole afterwards, whatever became of the operation."""
     phone.run(f"{QUIVER} scan --yes --quiet")
-    before = set(phone.run(PHONE).splitlines())
+    is_move = operation.startswith("move")
+    before = set(phone.run(BOTH if is_move else PHONE).splitlines())
     phone.run(f"({QUIVER} {operation} >/tmp/said 2>&1; echo $? >/tmp/status) & :")
     time.sleep(seconds)
     out(phone)
@@ -72,11 +73,13 @@ def during(phone, operation, seconds):
     due(phone.run(EMPTY) == "0", f"written where no card is: {phone.run('ls -A /mmc/mmca1')}")
     back(phone)
     phone.run(f"{QUIVER} scan --yes --quiet")
-    lost = before - set(phone.run(BOTH).splitlines())
+    after = set(phone.run(BOTH).splitlines())
+    lost = before - after
     listed = phone.run(f"{QUIVER} list")
     for app in ("Block Drop", "Calculator", "World Clock"):
         due(app in listed, f"{app} is gone: {said}; {listed}")
     due(not lost, f"lost: {sorted(lost)}; {said}")
+    due(not is_move or after == before, f"half of a file: {sorted(after - before)}; {said}")
     return said
 
 

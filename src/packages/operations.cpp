@@ -29,17 +29,22 @@ QString folderName(const ZPK_App& app) {
     return app.path.mid(app.path.lastIndexOf('/') + 1);
 }
 
-/// Ends a move that was cancelled on the way: the copy goes as long as the source is whole, all
-/// `before` entries of it and what a running application has added. Once it has lost something, the
-/// copy is whole, and the source goes.
-Outcome endMove(const QString& from, const QString& to, int before, KeptFolder& source) {
-    const bool goesBack = contentsOf(from).entries >= before;
-    if (!goesBack && contentsOf(to).entries != before)
-        return Outcome::Failed;
-    if (!goesBack)
+/// What was moved has lost something, and the copy has all that there was `before`. A source on a
+/// card that was pulled seems to have lost all, so that the copy's bytes have to tell.
+bool isCopyWhole(const QString& from, const QString& to, const FolderContents& before) {
+    const FolderContents copy = contentsOf(to);
+    return contentsOf(from).entries < before.entries && copy.entries >= before.entries &&
+           copy.bytes >= before.bytes;
+}
+
+/// Ends a move that was cancelled on the way: the copy goes as long as the source is the whole one.
+Outcome endMove(const QString& from, const QString& to, const FolderContents& before,
+                KeptFolder& source) {
+    const bool isDone = isCopyWhole(from, to, before);
+    if (isDone)
         source.release();
-    runSystem(QString("rm -rf '%1'").arg(goesBack ? to : from));
-    return goesBack ? Outcome::Cancelled : Outcome::Done;
+    runSystem(QString("rm -rf '%1'").arg(isDone ? from : to));
+    return isDone ? Outcome::Done : Outcome::Cancelled;
 }
 
 QString parentOf(const QString& path) {
@@ -65,14 +70,14 @@ Outcome writtenOutcome(const QString& path) {
 }
 
 /// Moves the folder; true when the application lies at `to` afterwards. What a failed move has left
-/// there is taken away as long as the source is still whole: half an application must not turn up
-/// beside the real one. Once the source has lost something, the target is the whole one.
+/// there is taken away, unless it is the whole one: half an application must not turn up beside the
+/// real one.
 bool moveFolder(const QString& from, const QString& to, bool quietOnSuccess) {
     if (exists(to)) {
         showError(tr("POP_ERROR_EXISTS_TEXT"));
         return false;
     }
-    const int before = contentsOf(from).entries;
+    const FolderContents before = contentsOf(from);
     const CopyMark mark(to);
     KeptFolder source(from);
     WorkCancel cancel(WorkCancel::AtOnce);
@@ -88,7 +93,7 @@ bool moveFolder(const QString& from, const QString& to, bool quietOnSuccess) {
         return true;
     if (!fitsInQuotes(from) || !exists(to))
         return false;
-    if (contentsOf(from).entries < before && contentsOf(to).entries == before) {
+    if (isCopyWhole(from, to, before)) {
         source.release();
         return true;
     }
