@@ -81,8 +81,10 @@ def large_package(build, megabytes=20):
             phone.press_and_wait("soft1")
             time.sleep(1)  # the window leaves the phone to others
             phone.run("/usr/phone/cli/quiver remove --yes Big", 300)
-            for key in ("soft1", "soft2", "right"):
-                phone.press_and_wait(key)
+            phone.press("up")  # the window takes the phone back and sees what has changed
+            phone.wait("Block Drop", "Exit", without=["Big", "Loading"])
+            phone.rest()
+            phone.press_and_wait("right")
             for row in ("zpk_files", "Big.zpk"):
                 phone.go_to(row)
                 phone.press_and_wait("select")
