@@ -17,8 +17,9 @@ QString packCommand(const QString& package, const QString& name);
 /// Bytes of memory that this machine has.
 qint64 machineMemory();
 
-/// What a command that packs `bytes` bytes must end with on a machine with `memory` bytes, where the
-/// archiver would otherwise ask for more than there is and do nothing; empty where there is enough.
+/// What a command that packs `bytes` bytes must end with on a machine with `memory` bytes, where
+/// the archiver would otherwise ask for more than there is and do nothing; empty where there is
+/// enough.
 QString smallMemorySwitch(qint64 bytes, qint64 memory);
 
 /// As `packCommand`, but the same files give the same package, whenever they were written and
