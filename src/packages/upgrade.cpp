@@ -123,10 +123,12 @@ int makeMark(const QByteArray& root, const QByteArray& name, const QByteArray& e
     return lockFolder(mark);
 }
 
+/// A mark that comes back with a card that was pulled would undo what was told to be done.
 void removeMark(const QByteArray& mark, int lock) {
     if (lock < 0)
         return;
     rmdir(mark.constData());
+    syncFolder(parentOf(mark));
     close(lock);
 }
 
@@ -239,6 +241,7 @@ void Upgrade::finish() {
         syncfs(aside.lock); // the new version outlives a power cut before the old one is touched
         moveTo(asidePath(aside.root, aside.name, asideBefore),
                asidePath(aside.root, aside.name, asideLeft));
+        syncFolder(aside.root);
     }
     for (const Aside& aside : m_asides) {
         bringOver(aside.root, aside.name);
