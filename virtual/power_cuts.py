@@ -87,7 +87,8 @@ def cut(build, folder, name, during):
         for moment in moments + [takes + after for after in AFTERWARDS]:
             time.sleep(max(0, moment - passed - (time.monotonic() - last)))
             passed += time.monotonic() - last
-            folders.append(f"{folder}/cut-{len(folders):02d}-at-{passed:.2f}s")
+            done = "-done" if phone.run("ls /tmp/done 2>/dev/null") else ""
+            folders.append(f"{folder}/cut-{len(folders):02d}-at-{passed:.2f}s{done}")
             copy_disks(phone, folders[-1])
             last = time.monotonic()
         said = phone.run("cat /tmp/said; ls /tmp/done")
@@ -131,8 +132,10 @@ def sweep(build, folder, names=tuple(OPERATIONS), during=12):
                 if said not in ("old", "new"):
                     broken += 1
                     print(f"{os.path.basename(one)}: {said}", flush=True)
-            print(f"{name}: {len(folders)} cuts, {verdicts.count('old')} old, "
-                  f"{verdicts.count('new')} new", flush=True)
+            late = sum(said == "old" and one.endswith("-done")
+                       for one, said in zip(folders, verdicts))
+            print(f"{name}: {len(folders)} cuts, {verdicts.count('old')} old ({late} of them after"
+                  f" it was done), {verdicts.count('new')} new", flush=True)
             shutil.rmtree(f"{folder}/{name}")
     return broken
 
