@@ -29,22 +29,14 @@ QString folderName(const ZPK_App& app) {
     return app.path.mid(app.path.lastIndexOf('/') + 1);
 }
 
-/// What was moved has lost something, and the copy has all that there was `before`. A source on a
-/// card that was pulled seems to have lost all, so that the copy's bytes have to tell.
+/// What was moved has lost something, as it only does when all has been copied, and the copy has
+/// all that there was `before`. A source on a card that was pulled may only seem to have lost
+/// something: then the copy's bytes have to tell, too.
 bool isCopyWhole(const QString& from, const QString& to, const FolderContents& before) {
+    const FolderContents left = contentsOf(from);
     const FolderContents copy = contentsOf(to);
-    return contentsOf(from).entries < before.entries && copy.entries >= before.entries &&
-           copy.bytes >= before.bytes;
-}
-
-/// Ends a move that was cancelled on the way: the copy goes as long as the source is the whole one.
-Outcome endMove(const QString& from, const QString& to, const FolderContents& before,
-                KeptFolder& source) {
-    const bool isDone = isCopyWhole(from, to, before);
-    if (isDone)
-        source.release();
-    runSystem(QString("rm -rf '%1'").arg(isDone ? from : to));
-    return isDone ? Outcome::Done : Outcome::Cancelled;
+    return left.entries < before.entries && copy.entries >= before.entries &&
+           (left.isRead || copy.bytes >= before.bytes);
 }
 
 QString parentOf(const QString& path) {
@@ -62,6 +54,19 @@ Outcome settleMove(const QString& from, const QString& to, KeptFolder& source) {
     source.release();
     runBeside([&] { return writeBack(parentOf(from)) ? 1 : 0; });
     return Outcome::Done;
+}
+
+/// Ends a move that was cancelled on the way: the copy goes as long as the source is the whole one.
+Outcome endMove(const QString& from, const QString& to, const FolderContents& before,
+                KeptFolder& source) {
+    if (!isCopyWhole(from, to, before)) {
+        runSystem(QString("rm -rf '%1'").arg(to));
+        return Outcome::Cancelled;
+    }
+    const Outcome outcome = settleMove(from, to, source);
+    if (outcome == Outcome::Done)
+        runSystem(QString("rm -rf '%1'").arg(from));
+    return outcome;
 }
 
 /// Of a command that has succeeded and changed what lies at `path`.
@@ -93,10 +98,8 @@ bool moveFolder(const QString& from, const QString& to, bool quietOnSuccess) {
         return true;
     if (!fitsInQuotes(from) || !exists(to))
         return false;
-    if (isCopyWhole(from, to, before)) {
-        source.release();
-        return true;
-    }
+    if (isCopyWhole(from, to, before))
+        return settleMove(from, to, source) == Outcome::Done;
     runSystem(QString("rm -rf '%1'").arg(to));
     return false;
 }

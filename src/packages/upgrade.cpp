@@ -2,6 +2,7 @@
 
 #include "Bytes.h"
 #include "PhoneRoot.h"
+#include "RegularFile.h"
 #include "aside.h"
 #include "foldersize.h"
 #include "paths.h"
@@ -67,12 +68,6 @@ int lockFolder(const QByteArray& path) {
     return -1;
 }
 
-void syncFolder(const QByteArray& path) {
-    const int folder = open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    fsync(folder);
-    close(folder);
-}
-
 QList<QByteArray> namesIn(const QByteArray& path) {
     QList<QByteArray> names;
     DIR* folder = opendir(path.constData());
@@ -119,8 +114,9 @@ int makeMark(const QByteArray& root, const QByteArray& name, const QByteArray& e
     const QByteArray mark = asidePath(root, name, end);
     if (mkdir(mark.constData(), 0755) != 0)
         return -1;
+    const int lock = lockFolder(mark);
     syncFolder(root);
-    return lockFolder(mark);
+    return lock;
 }
 
 /// A mark that comes back with a card that was pulled would undo what was told to be done.
