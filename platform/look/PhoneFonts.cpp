@@ -26,7 +26,10 @@ constexpr const char* configuration = R"(<?xml version="1.0"?>
 void usePhoneFonts() {
     FcConfig* fonts = FcConfigCreate();
     const auto* text = reinterpret_cast<const FcChar8*>(configuration);
-    if (FcConfigParseAndLoadFromMemory(fonts, text, FcTrue))
+    const FcFontSet* found = nullptr;
+    if (FcConfigParseAndLoadFromMemory(fonts, text, FcTrue) && FcConfigBuildFonts(fonts))
+        found = FcConfigGetFonts(fonts, FcSetSystem);
+    if (found && found->nfont > 0)
         FcConfigSetCurrent(fonts); // keeps it
     FcConfigDestroy(fonts);
 }

@@ -24,7 +24,8 @@ QImage readRaster(QByteArray& bytes, int pixels) {
     if (!formats.contains(reader.format()))
         return QImage();
     const QSize natural = reader.size();
-    if (natural.isEmpty() || natural.width() > longestSide || natural.height() > longestSide)
+    if (natural.isEmpty() || natural.width() > longestPictureSide ||
+        natural.height() > longestPictureSide)
         return QImage();
     reader.setScaledSize(natural.scaled(pixels, pixels, Qt::KeepAspectRatio));
     return reader.read();

@@ -13,14 +13,18 @@
 
 QImage drawSvg(QSvgRenderer& renderer, int pixels) {
     const QSize natural = renderer.defaultSize();
-    if (!renderer.isValid() || natural.isEmpty() || natural.width() > longestSide ||
-        natural.height() > longestSide)
+    if (!renderer.isValid() || natural.isEmpty() || natural.width() > longestPictureSide ||
+        natural.height() > longestPictureSide)
         return QImage();
     QImage image(natural.scaled(pixels, pixels, Qt::KeepAspectRatio),
                  QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull()) // of a drawing that is much longer than wide
+        return image;
     image.fill(Qt::transparent);
-    QPainter painter(&image);
-    renderer.render(&painter, QRectF(image.rect()));
+    {
+        QPainter painter(&image);
+        renderer.render(&painter, QRectF(image.rect()));
+    }
     return image;
 }
 

@@ -5,7 +5,7 @@
 class QSvgRenderer;
 
 /// What `renderer` has loaded, drawn to fit a square of `pixels`, on nothing. Empty where that is
-/// nothing, or more than `longestSide` a side by itself.
+/// nothing, or more than `longestPictureSide` a side by itself.
 QImage drawSvg(QSvgRenderer& renderer, int pixels);
 
 /// The same for the text of a file from anywhere; empty, too, where it may do harm (see
@@ -16,4 +16,4 @@ QImage readSvg(const QByteArray& text, int pixels);
 bool looksLikeSvg(const QByteArray& bytes);
 
 /// The same limit for every kind of picture.
-constexpr int longestSide = 2048;
+constexpr int longestPictureSide = 2048;
