@@ -120,6 +120,12 @@ QString absolutePath(const QString& path) {
     return path.startsWith('/') ? path : workingDirectory() + '/' + path;
 }
 
+void syncFolder(const QByteArray& path) {
+    const int folder = open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    fsync(folder);
+    close(folder);
+}
+
 bool replaceFile(const QString& path, const QByteArray& content) {
     const QByteArray target = toBytes(realPath(path)); // so that a link stays a link
     struct stat before = {};
@@ -136,8 +142,10 @@ bool replaceFile(const QString& path, const QByteArray& content) {
     const bool ownerKept = isNew || fchown(descriptor, before.st_uid, before.st_gid) == 0;
     fchmod(descriptor, isNew ? newFileMode() : before.st_mode & (ownerKept ? 07777 : 0777));
     close(descriptor);
-    if (written && rename(temporary.constData(), target.constData()) == 0)
+    if (written && rename(temporary.constData(), target.constData()) == 0) {
+        syncFolder(target.left(target.lastIndexOf('/') + 1));
         return true;
+    }
     unlink(temporary.constData());
     return false;
 }

@@ -35,6 +35,10 @@ QString workingDirectory();
 /// `path` as seen from the working directory.
 QString absolutePath(const QString& path);
 
+/// Waits until what came into the folder at `path`, went from it or got another name there outlives
+/// a power cut.
+void syncFolder(const QByteArray& path);
+
 /// Puts `content` into the file at `path` (of the machine), which keeps its owner and mode:
 /// afterwards either the old content or the new one is there, whole. False where it cannot be
 /// written.

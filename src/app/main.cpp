@@ -9,6 +9,7 @@
 #include "dialogs.h"
 #include "language.h"
 #include "lock.h"
+#include "menu.h"
 #include "settings.h"
 #include "shell.h"
 #include "storage.h"
@@ -71,6 +72,7 @@ int main(int argc, char** argv) {
         showNotice("Quiver", tr(why));
         return 1;
     }
+    mendMenu();
     loadAppRegistry(false);
     puts("DEBUG:: Register Load DONE");
     if (!ZApplication::hasDisplay()) {

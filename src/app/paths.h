@@ -16,6 +16,7 @@ inline const QString userMenuTree = userMenuTreeFile;
 
 inline const QString systemFolder = "/ezxlocal/quiver";
 inline const QString database = "/ezxlocal/quiver/AppMan.db";
+inline const QString menuEdit = "/ezxlocal/quiver/menu-edit";
 
 inline const QString cardMount = "/mmc/mmca1";
 inline const QString extMount = "/mmc/mmcb1";

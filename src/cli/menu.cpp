@@ -25,13 +25,6 @@ QStringList menuItems() {
     return tree.readEntry(MenuUuid, "Items", QString()).split(';', Qt::SkipEmptyParts);
 }
 
-/// What the phone's files say, whatever the record does.
-bool isInMenu(const ZPK_App& app) {
-    const QString group = plainUuid(*app.uuid);
-    return menuItems().contains(group, Qt::CaseInsensitive) &&
-           ZConfig(hostPath(Path::installedDb), true).hasGroup(group);
-}
-
 bool setInMenu(ZPK_App& app, bool isWanted) {
     if (app.registeredInMenu != isWanted) {
         if (refuseWithoutFolder(app))
@@ -42,7 +35,8 @@ bool setInMenu(ZPK_App& app, bool isWanted) {
         }
         isWanted ? registerAppInMenu(app) : unregisterAppFromMenu(app);
     }
-    const bool isDone = isInMenu(app) == isWanted && isAppInMenu(app.path, nullptr) == isWanted;
+    const bool isDone =
+        isInMenuFiles(*app.uuid) == isWanted && isAppInMenu(app.path, nullptr) == isWanted;
     if (!isDone)
         showError(tr("POP_ERROR_NOT_WRITTEN_TEXT"));
     else if (isWanted && isOwnPhone() && !canStandInSession(hostPath(app.path), app.exec))

@@ -9,6 +9,7 @@
 #include "database.h"
 #include "language.h"
 #include "lock.h"
+#include "menu.h"
 #include "newphone.h"
 #include "options.h"
 #include "output.h"
@@ -194,6 +195,13 @@ int runProgram(char* const* arguments) {
     return statusOf(programProcess);
 }
 
+/// As the user gave them.
+QStringList cardOptions() {
+    if (Option::noCard)
+        return {"--no-card"};
+    return Option::card.isEmpty() ? QStringList() : QStringList{"--card", Option::card};
+}
+
 } // namespace
 
 bool choosePhone(const QString& root) {
@@ -259,14 +267,8 @@ bool takePhone() {
     srand(getpid()); // identifiers are drawn from it
     prepareStorage();
     openAppDb();
+    mendMenu();
     return true;
-}
-
-/// As the user gave them.
-QStringList cardOptions() {
-    if (Option::noCard)
-        return {"--no-card"};
-    return Option::card.isEmpty() ? QStringList() : QStringList{"--card", Option::card};
 }
 
 /// The restart of the phone's menu finds a busybox that shows the menu in the session instead.

@@ -195,6 +195,7 @@ bool openAppDb() {
     }
     isHeldForLong = false;
     sqlite3_busy_handler(AppDb, waitForOthers, nullptr);
+    sqlite3_exec(AppDb, Sql::durable, nullptr, nullptr, nullptr);
     if (isEmptyDatabase())
         createTables();
     sqlite3_exec(AppDb, Sql::indexes, nullptr, nullptr, nullptr);
@@ -245,8 +246,9 @@ bool closeAppDb() {
 }
 
 DbReading::DbReading() {
-    isReading = AppDb && sqlite3_get_autocommit(AppDb) &&
-                sqlite3_exec(AppDb, Sql::beginReading, nullptr, nullptr, nullptr) == SQLITE_OK;
+    isReading = isReading ||
+                (AppDb && sqlite3_get_autocommit(AppDb) &&
+                 sqlite3_exec(AppDb, Sql::beginReading, nullptr, nullptr, nullptr) == SQLITE_OK);
 }
 
 DbReading::~DbReading() {

@@ -8,6 +8,10 @@ constexpr const char* anyObject = "SELECT * FROM sqlite_master";
 /// A number that changes with what other connections commit.
 constexpr const char* version = "PRAGMA data_version";
 
+// What was told to be done is done, also when the power goes a moment later: without this, the
+// journal of the last change may come back and undo it.
+constexpr const char* durable = "PRAGMA synchronous = EXTRA";
+
 constexpr const char* beginReading = "BEGIN";
 constexpr const char* endReading = "COMMIT";
 

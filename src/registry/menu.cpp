@@ -45,6 +45,29 @@ void writeIcons(ZConfig& installed, const QString& group, const ZPK_App& app) {
         installed.writeEntry(group, key, icon);
 }
 
+/// Marks the application of this group as one whose files and row are being brought into line with
+/// each other; on the storage before anything else is.
+class EditMark {
+public:
+    explicit EditMark(const QString& group) {
+        replaceFile(hostPath(Path::menuEdit), toBytes(group));
+    }
+
+    ~EditMark() { remove(toBytes(hostPath(Path::menuEdit)).constData()); }
+
+    Q_DISABLE_COPY_MOVE(EditMark)
+};
+
+void removeEverywhere(const QUuid& uuid) {
+    const QString group = plainUuid(uuid);
+    edit(Path::installedDb, [&](ZConfig& installed) { installed.removeGroup(group); });
+    edit(Path::userMenuTree, [&](ZConfig& tree) {
+        tree.writeEntry(MenuUuid, "Items",
+                        menuItems(tree).remove(group + ';', Qt::CaseInsensitive));
+    });
+    removeAppFromMenu(&uuid);
+}
+
 } // namespace
 
 QString menuObstacle() {
@@ -58,8 +81,16 @@ QString menuObstacle() {
     return QString();
 }
 
+bool isInMenuFiles(const QUuid& uuid) {
+    const QString group = plainUuid(uuid);
+    const ZConfig tree(hostPath(Path::userMenuTree), true);
+    return menuItems(tree).split(';').contains(group, Qt::CaseInsensitive) &&
+           ZConfig(hostPath(Path::installedDb), true).hasGroup(group);
+}
+
 bool registerAppInMenu(ZPK_App& app) {
     const QString group = plainUuid(*app.uuid);
+    const EditMark mark(group);
     edit(Path::installedDb, [&](ZConfig& installed) {
         installed.writeEntry(group, "AppID", '{' + group + '}');
         installed.writeEntry(group, "Type", 2);
@@ -84,16 +115,26 @@ bool registerAppInMenu(ZPK_App& app) {
 
 bool unregisterAppFromMenu(ZPK_App& app) {
     printAction("DEBUG:: Unregister App ('%s') from Menu\n\tApp UUID is '%s'\n", app);
-    const QString group = plainUuid(*app.uuid);
-    edit(Path::installedDb, [&](ZConfig& installed) { installed.removeGroup(group); });
-    edit(Path::userMenuTree, [&](ZConfig& tree) {
-        tree.writeEntry(MenuUuid, "Items",
-                        menuItems(tree).remove(group + ';', Qt::CaseInsensitive));
-    });
+    const EditMark mark(plainUuid(*app.uuid));
+    removeEverywhere(*app.uuid);
     app.registeredInMenu = false;
-    removeAppFromMenu(app.uuid.get());
     menuChanged = true;
     return true;
+}
+
+void mendMenu() {
+    constexpr qint64 longestMark = 100;
+    const QString mark = hostPath(Path::menuEdit);
+    QByteArray group;
+    if (readRegularFile(mark, longestMark, group) != Reading::Whole)
+        return;
+    const QUuid uuid = QUuid::fromString(fromBytes(group));
+    if (!uuid.isNull() && !isInMenuFiles(uuid))
+        removeEverywhere(uuid);
+    else if (!uuid.isNull() && !isAppInMenu(QString(), &uuid))
+        addAppToMenu(QString(), &uuid);
+    remove(toBytes(mark).constData());
+    menuChanged = true;
 }
 
 bool updateAppInMenu(const ZPK_App& app) {

@@ -102,7 +102,10 @@ void zBaseGUI::mainOptM_RegisterAppMenu() {
     if (const QString obstacle = menuObstacle(); !obstacle.isEmpty())
         return showError(obstacle);
     isRegistered ? unregisterAppFromMenu(*app) : registerAppInMenu(*app);
-    showNotice(::tr("POP_OK_TITLE"), ::tr("POP_OK_TEXT"));
+    if (isInMenuFiles(*app->uuid) == isRegistered)
+        showError(::tr("POP_ERROR_NOT_WRITTEN_TEXT"));
+    else
+        showNotice(::tr("POP_OK_TITLE"), ::tr("POP_OK_TEXT"));
     refreshList(false);
     if (!isRegistered)
         puts("DEBUG:: Register APP to Menu");

@@ -25,7 +25,6 @@ constexpr int firstRefreshDelay = 10; // ms; the empty window is on the screen b
 constexpr int idleAfter = 500;        // ms
 constexpr int announcedDelay = 10;    // ms; the question has left the screen by then
 const QString packageIcon = "Mpkgbox_Small.g";
-const QString windowIconName = "Mpkgbox_Big.g";
 
 } // namespace
 
@@ -33,7 +32,7 @@ zBaseGUI::zBaseGUI() : ZKbMainWidget(nullptr, nullptr, 0) {
     puts("DEBUG:: zBaseGUI Contructor");
     setMainWidgetTitle("Quiver");
     setTitleIcon(m_icons.getIcon(packageIcon, Measure::titleIcon));
-    setWindowIcon(m_icons.getIcon(windowIconName, Measure::noticeIcon));
+    setWindowIcon(m_icons.getIcon("Mpkgbox_Big.g", Measure::noticeIcon));
 
     m_tabs = new ZNavTabWidget(this, tabSkin);
     m_tabs->setGeometry(QRect(m_tabs->mapFromGlobal(ZGlobal::getContentR().topLeft()),

@@ -74,7 +74,7 @@ protected:
     /// Sizes from the smallest to that of a phone of today.
     template<typename Check>
     void atEverySize(const Check& check) {
-        for (const QSize size : {QSize(176, 220), QSize(320, 200), QSize(1080, 2160)}) {
+        for (const QSize size : {QSize(176, 200), QSize(320, 200), QSize(1080, 2160)}) {
             ZScreen::instance().resize(size);
             QCoreApplication::processEvents();
             ASSERT_EQ(window->size(), size);

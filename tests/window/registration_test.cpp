@@ -5,6 +5,8 @@
 #include "menu.h"
 #include "paths.h"
 
+#include <QFile>
+
 #include <sys/stat.h>
 
 namespace {
@@ -131,4 +133,25 @@ TEST_F(MenuEdits, GoOnWhereAFileCannotBeWritten) {
     chmod(phone.host(tree).constData(), 0444);
     EXPECT_TRUE(unregisterAppFromMenu(app));
     EXPECT_FALSE(app.registeredInMenu);
+}
+
+TEST_F(MenuEdits, ThatWereInterruptedAreInBothPlacesOrInNeither) {
+    const QByteArray listed = items("a;" + uuid + ';');
+    for (const auto& [installedText, treeText, wasLinked, isIn] :
+         Rows<QByteArray, QByteArray, bool, bool>{
+             {others + entry(), listed, false, true},
+             {others + entry(), items("a;"), false, false},
+             {others, listed, true, false},
+             {others + entry(), listed, true, true}, // only the mark was left
+         }) {
+        setFiles(installedText, treeText);
+        removeAppFromMenu(app.uuid.get());
+        if (wasLinked)
+            addAppToMenu(app.path, app.uuid.get());
+        phone.makeFile(Path::menuEdit.toUtf8(), uuid);
+        mendMenu();
+        EXPECT_EQ(isAppInMenu(app.path, nullptr), isIn) << installedText.constData();
+        expectFiles(isIn ? installedText : others, isIn ? listed : items("a;"));
+        EXPECT_FALSE(QFile::exists(phone.host(Path::menuEdit.toUtf8())));
+    }
 }
