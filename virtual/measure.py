@@ -60,6 +60,8 @@ def memory_until(phone, *words, patience=900):
         if time.monotonic() > end:
             raise Failed(f"not in time: {words}\n  seen: {phone.screen()}")
         most = [max(pair) for pair in zip(most, memory_of(phone))]
+        if most[0] > MOST:
+            raise Failed(f"more than {MOST} KB")
     return most
 
 

@@ -37,6 +37,7 @@ def state(phone):
     phone.run(f"{QUIVER} scan --yes --quiet")
     listed = json.loads(phone.run(f"{QUIVER} list --json"))
     apps = sorted((app["name"], app["path"], app["menu"]) for app in listed["applications"])
+    apps += phone.run(f"{QUIVER} menu").splitlines()
     return {"apps": apps, "files": phone.run(FILES).splitlines()}
 
 
@@ -86,8 +87,8 @@ def cut(build, folder, name, during):
         passed, last = 0, time.monotonic()
         for moment in moments + [takes + after for after in AFTERWARDS]:
             time.sleep(max(0, moment - passed - (time.monotonic() - last)))
-            passed += time.monotonic() - last
             done = "-done" if phone.run("ls /tmp/done 2>/dev/null") else ""
+            passed += time.monotonic() - last
             folders.append(f"{folder}/cut-{len(folders):02d}-at-{passed:.2f}s{done}")
             copy_disks(phone, folders[-1])
             last = time.monotonic()
