@@ -54,6 +54,11 @@ bool staysInside(const QString& exec) {
     return !exec.isEmpty() && !exec.startsWith('/') && !exec.split('/').contains("..");
 }
 
+/// As one file, whatever else may be wrong with it.
+bool namesProgram(const QString& folder, const QString& exec) {
+    return staysInside(exec) && canBeNamed(folder + '/' + exec);
+}
+
 QString markOf(const SessionMenu& menu) {
     return QString("X-%1-Phone=").arg(menu.owner);
 }
@@ -61,7 +66,7 @@ QString markOf(const SessionMenu& menu) {
 QByteArray entryOf(const SessionMenu& menu, const AM_AppObject& app) {
     const QString folder = menu.root + app.directory();
     const QString program = folder + '/' + app.exec();
-    if (!staysInside(app.exec()) || !app.directory().startsWith('/') || !canBeNamed(program))
+    if (!app.directory().startsWith('/') || !namesProgram(folder, app.exec()))
         return QByteArray();
     const QString picture = menu.root + app.icon();
     const bool hasPicture = canBeNamed(picture) && QFileInfo(picture).isFile();
@@ -107,8 +112,7 @@ bool removeOthers(const SessionMenu& menu, const QSet<QString>& kept) {
 
 bool canStandInSession(const QString& folder, const QString& exec) {
     const QFileInfo program(folder + '/' + exec);
-    return staysInside(exec) && canBeNamed(program.filePath()) && program.isFile() &&
-           program.isExecutable();
+    return namesProgram(folder, exec) && program.isFile() && program.isExecutable();
 }
 
 bool syncSessionMenu(const SessionMenu& menu) {

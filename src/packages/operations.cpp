@@ -44,16 +44,20 @@ QString parentOf(const QString& path) {
 }
 
 /// The copy first: what a power cut leaves is then the source, or both, of which the marks tell the
-/// next start, or the copy. Only a copy that is written lets the source go.
-Outcome settleMove(const QString& from, const QString& to, KeptFolder& source) {
+/// next start, or the copy. Only a copy that is written lets the source go; false where it is not.
+bool letSourceGo(const QString& from, const QString& to, KeptFolder& source) {
     const bool isWritten = runBeside([&] { return writeBack(to) ? 1 : 0; }) == 1;
     if (!isWritten || !exists(to)) {
         source.giveBack();
-        return notWritten();
+        return false;
     }
     source.release();
     runBeside([&] { return writeBack(parentOf(from)) ? 1 : 0; });
-    return Outcome::Done;
+    return true;
+}
+
+Outcome settleMove(const QString& from, const QString& to, KeptFolder& source) {
+    return letSourceGo(from, to, source) ? Outcome::Done : notWritten();
 }
 
 /// Ends a move that was cancelled on the way: the copy goes as long as the source is the whole one.
@@ -99,7 +103,7 @@ bool moveFolder(const QString& from, const QString& to, bool quietOnSuccess) {
     if (!fitsInQuotes(from) || !exists(to))
         return false;
     if (isCopyWhole(from, to, before))
-        return settleMove(from, to, source) == Outcome::Done;
+        return letSourceGo(from, to, source);
     runSystem(QString("rm -rf '%1'").arg(to));
     return false;
 }
