@@ -2,6 +2,7 @@
 
 #include "Bytes.h"
 #include "RegularFile.h"
+#include "browser.h"
 #include "options.h"
 #include "paths.h"
 
@@ -132,6 +133,18 @@ std::vector<Storage> removableStorages(const QByteArray& mounts, const QByteArra
 
 std::vector<Storage> removableStorages() {
     return removableStorages(contentOf("/proc/self/mountinfo"), "/sys/dev/block");
+}
+
+bool isCardIn(const QString& root) {
+    const QString card = realPath(root + Path::cardMount);
+    const QByteArray path = toBytes(card) + '/';
+    if (!isFolderEntry(card) || !isBelowPlace(path))
+        return isFolderEntry(card);
+    const QList<QByteArray> lines = contentOf("/proc/self/mountinfo").split('\n');
+    return std::any_of(lines.begin(), lines.end(), [&](const QByteArray& line) {
+        const QByteArray folder = unescaped(line.split(' ').value(4));
+        return isBelowPlace(folder) && path.startsWith(folder + '/');
+    });
 }
 
 bool insertCard(const QString& root, const QString& card, const QString& second) {

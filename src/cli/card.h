@@ -22,6 +22,10 @@ std::vector<Storage> removableStorages(const QByteArray& mounts, const QByteArra
 /// The storages of this machine.
 std::vector<Storage> removableStorages();
 
+/// The phone at `root` has a card. One below the places where sessions mount counts as long as
+/// something is mounted there: its folder may outlive it.
+bool isCardIn(const QString& root);
+
 /// Makes the folder `card` the card of the phone at `root`, and `second`, where it is one, the
 /// card's extended partition; a phone without a card where `card` is empty. What an earlier card
 /// has left in the phone's own folder stays the card. False where the phone cannot be changed.

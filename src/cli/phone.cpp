@@ -102,7 +102,7 @@ void prepareCard() {
 
 /// Somebody looks after the phone with the card that is in it.
 bool isCardInUse() {
-    return isFolderEntry(chosenRoot + Path::cardMount) && (hasWindow() || !phoneHolder().isEmpty());
+    return isCardIn(chosenRoot) && (hasWindow() || !phoneHolder().isEmpty());
 }
 
 /// The card that the user names, else, for his own phone, the one that is in use, else what the
